@@ -1,0 +1,6 @@
+#include "TavrelMain.h"
+
+int main(int argc, char** argv)
+{
+    return tavrelMain(argc, argv);
+}

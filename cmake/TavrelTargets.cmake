@@ -1,0 +1,24 @@
+# Compiler settings shared by every target of the project.
+function(tavrel_target_defaults target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra)
+    if(TAVREL_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+endfunction()
+
+if(TAVREL_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# A subsystem library: every .cpp of the folder (main.cpp excepted) is part of it, so that adding a
+# class never means touching the build files. The folder itself is the include root.
+function(tavrel_add_library target)
+    cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    add_library(${target} STATIC ${sources})
+    target_include_directories(${target} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${target} PUBLIC ${ARG_LIBS})
+    tavrel_target_defaults(${target})
+endfunction()

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "QUserDialogs.h"
+
+#include <QList>
+#include <QQueue>
+
+// A dialog seam for tests: records every box and file dialog with its exact texts and answers from
+// scripted queues. An unscripted box answers its default button (or Cancel when it has none); an
+// unscripted file dialog answers "cancelled". Installs itself for its lifetime.
+class QDialogRecorder : public QUserDialogs
+{
+public:
+    struct Call
+    {
+        QString kind; // "message", "open", "openMany", "save", "directory"
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QString title;
+        QString text; // the box text, or the file dialog's filter
+        Buttons buttons;
+        Button defaultButton = QMessageBox::NoButton;
+        QString dir;
+    };
+
+    QDialogRecorder();
+    ~QDialogRecorder() override;
+
+    QList<Call> calls;
+    QQueue<Button> answers;
+    QQueue<QStringList> fileAnswers;
+
+    Button message(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
+                   Buttons buttons, Button defaultButton) override;
+    QString openFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
+                         QString* selectedFilter) override;
+    QStringList openFileNames(QWidget* parent, const QString& caption, const QString& dir,
+                              const QString& filter, QString* selectedFilter) override;
+    QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
+                         QString* selectedFilter) override;
+    QString existingDirectory(QWidget* parent, const QString& caption, const QString& dir) override;
+
+private:
+    QStringList nextFiles(const QString& kind, const QString& caption, const QString& dir,
+                          const QString& filter);
+    QUserDialogs* previous;
+};

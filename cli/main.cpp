@@ -1,4 +1,22 @@
-int main()
+#include "QCliApplication.h"
+#include "QConsoleDialogs.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+
+int main(int argc, char** argv)
 {
-    return 0;
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tavrel-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TAVREL_VERSION));
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    QConsoleDialogs dialogs(err);
+    QUserDialogs::install(&dialogs);
+
+    QCliApplication cli;
+    registerCliCommands(cli);
+    const int status = cli.run(QCoreApplication::arguments().mid(1), out, err);
+    QUserDialogs::install(nullptr);
+    return status;
 }

@@ -24,8 +24,8 @@ void QSyntaxFormats::setFont(const QFont& font)
 
 QString QSyntaxFormats::colorsetKey(int slot)
 {
-    static const char* const keys[] = {"comment", "number",     "string",  "keyword", "block",
-                                       "controller", "trigger", "const",   "value"};
+    static const char* const keys[] = {"comment",    "number",  "string", "keyword", "block",
+                                       "controller", "trigger", "const",  "value"};
     if (slot < 0 || slot >= int(sizeof(keys) / sizeof(keys[0]))) return QString();
     return QString::fromLatin1(keys[slot]);
 }

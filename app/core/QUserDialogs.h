@@ -37,7 +37,8 @@ public:
                            Buttons buttons = Buttons(QMessageBox::Yes | QMessageBox::No),
                            Button defaultButton = QMessageBox::NoButton);
     static Button information(QWidget* parent, const QString& title, const QString& text,
-                              Buttons buttons = QMessageBox::Ok, Button defaultButton = QMessageBox::NoButton);
+                              Buttons buttons = QMessageBox::Ok,
+                              Button defaultButton = QMessageBox::NoButton);
     static Button warning(QWidget* parent, const QString& title, const QString& text,
                           Buttons buttons = QMessageBox::Ok, Button defaultButton = QMessageBox::NoButton);
     static Button critical(QWidget* parent, const QString& title, const QString& text,

@@ -15,7 +15,9 @@ QString root()
 QString binDir()
 {
     const QString path = qEnvironmentVariable("TAVREL_BIN_DIR");
-    return path.isEmpty() ? QCoreApplication::applicationDirPath() : path;
+    if (!path.isEmpty()) return path;
+    // Test programs live in <build>/tests/bin, the shipped programs in <build>/bin.
+    return QDir(QCoreApplication::applicationDirPath() + QStringLiteral("/../../bin")).absolutePath();
 }
 
 QStringList files(const QStringList& patterns)

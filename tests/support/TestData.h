@@ -15,8 +15,8 @@ QStringList files(const QStringList& patterns);
 
 } // namespace TestData
 
-#define TAVREL_REQUIRE_TESTDATA()                                                                          \
-    do {                                                                                                   \
-        if (TestData::root().isEmpty())                                                                    \
-            QSKIP("TAVREL_TESTDATA is not set or does not name a folder: real content files are absent"); \
+#define TAVREL_REQUIRE_TESTDATA()                                                                            \
+    do {                                                                                                     \
+        if (TestData::root().isEmpty())                                                                      \
+            QSKIP("TAVREL_TESTDATA is not set or does not name a folder: real content files are absent");    \
     } while (false)

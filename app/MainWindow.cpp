@@ -1,0 +1,92 @@
+#include "MainWindow.h"
+
+#include "QConfigLocation.h"
+#include "QFileWatcherManager.h"
+#include "QInterface.h"
+#include "QLanguageManager.h"
+#include "QMugenModel.h"
+#include "QUserDialogs.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QListView>
+#include <QMenuBar>
+
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
+{
+    buildForm();
+    if (languageManager)
+        connect(languageManager, &QLanguageManager::langChanged, this, &MainWindow::retranslate);
+    fileWatcherManager = new QFileWatcherManager;
+    iface = new QInterface(this, actionsDock, actList);
+    iface->setup();
+}
+
+MainWindow::~MainWindow()
+{
+    delete iface;
+    iface = nullptr;
+    if (mugenModel) mugenModel->save(QConfigLocation::standard().writePath(QStringLiteral("config.xml")));
+    delete fileWatcherManager;
+    fileWatcherManager = nullptr;
+}
+
+void MainWindow::buildForm()
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    centralArea = new QWidget(this);
+    centralArea->setObjectName(QStringLiteral("centralWidget"));
+    setCentralWidget(centralArea);
+
+    QMenuBar* bar = new QMenuBar(this);
+    bar->setObjectName(QStringLiteral("menuBar"));
+    setMenuBar(bar);
+    auto addMenu = [bar](const char* name) {
+        QMenu* menu = bar->addMenu(QString());
+        menu->setObjectName(QLatin1String(name));
+        return menu;
+    };
+    menuFile = addMenu("menuFile");
+    menuEdit = addMenu("menuEdit");
+    menuView = addMenu("menuView");
+    menuTools = addMenu("menuTools");
+    menuHelp = addMenu("menuHelp");
+
+    actionsDock = new QDockWidget(this);
+    actionsDock->setObjectName(QStringLiteral("actions"));
+    actList = new QListView(actionsDock);
+    actList->setObjectName(QStringLiteral("actList"));
+    actionsDock->setWidget(actList);
+    addDockWidget(Qt::LeftDockWidgetArea, actionsDock);
+    retranslate();
+}
+
+void MainWindow::retranslate()
+{
+    setWindowTitle(tr("Orlenmark Tavrel"));
+    menuFile->setTitle(tr("Project"));
+    menuEdit->setTitle(tr("Edit"));
+    menuView->setTitle(tr("View"));
+    menuTools->setTitle(tr("Tools"));
+    menuHelp->setTitle(tr("Help"));
+    actionsDock->setWindowTitle(tr("Action list"));
+    if (iface) iface->retranslate();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (mugenModel && (*mugenModel)[QStringLiteral("confirm_close")].toBool()) {
+        const auto answer =
+            QUserDialogs::question(this, tr("Close"), tr("Do you really want to close Tavrel?"),
+                                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        if (answer != QMessageBox::Yes) {
+            event->ignore();
+            return;
+        }
+    }
+    iface->fileCloseAll();
+    if (iface->onlyEmptyProjectLeft())
+        event->accept();
+    else
+        event->ignore();
+}

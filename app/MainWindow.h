@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QInterface;
+class QListView;
+class QMenu;
+
+// The one top-level window. Its form is the menu bar with the five menus, the dock of the action list
+// and the central area where QInterface puts the project tabs and the workspaces.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    QInterface* interface() const { return iface; }
+    QMenu* fileMenu() const { return menuFile; }
+    QMenu* editMenu() const { return menuEdit; }
+    QMenu* viewMenu() const { return menuView; }
+    QMenu* toolsMenu() const { return menuTools; }
+    QMenu* helpMenu() const { return menuHelp; }
+
+public Q_SLOTS:
+    void retranslate();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildForm();
+
+    QWidget* centralArea = nullptr;
+    QMenu* menuFile = nullptr;
+    QMenu* menuEdit = nullptr;
+    QMenu* menuView = nullptr;
+    QMenu* menuTools = nullptr;
+    QMenu* menuHelp = nullptr;
+    QDockWidget* actionsDock = nullptr;
+    QListView* actList = nullptr;
+    QInterface* iface = nullptr;
+};

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "QProjectTypes.h"
+
+#include <QFileSystemWatcher>
+#include <QObject>
+
+class MainWindow;
+class QDockWidget;
+class QListView;
+class QMenu;
+class QTabBar;
+class QLabel;
+class QToolButton;
+class QStackedLayout;
+
+// The object behind the main window: it holds the open projects (one tab each), answers their
+// questions, carries every menu command of the frame and reads the hand-off file of later starts.
+class QInterface : public QObject
+{
+    Q_OBJECT
+public:
+    QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* actionList);
+    ~QInterface() override;
+
+    // The last step of the window's construction: restores the window, makes the first (empty)
+    // project, builds the appearance menus and, in the first instance, starts reading hand-offs.
+    void setup();
+
+    int projectCount() const;
+    // True when closing may go on: at most one project is left and it is empty.
+    bool onlyEmptyProjectLeft() const;
+    int currentEditor() const { return editorNumber; }
+
+    // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
+    // skipped without a word.
+    void openHandedFile(const QString& path);
+
+public Q_SLOTS:
+    void newProject(bool fromTemplate);
+    void newProject();
+    void openProject(const QString& fileName);
+    void fileChanged(const QString& path);
+    void fileCloseAll();
+    void navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex);
+    void retranslate();
+
+private:
+    void readHandOff();
+    void openLooseFile(QProjectFileType kind, const QString& path);
+    void buildAppearanceMenus();
+    void restoreWindowState();
+    void storeWindowState();
+
+    MainWindow* window;
+    QDockWidget* actionsDock;
+    QListView* actionList;
+    QTabBar* projectTabs;
+    QStackedLayout* workspaces;
+    QLabel* projectLabel;
+    QToolButton* issueButton;
+    QMenu* appearanceMenu = nullptr;
+    QFileSystemWatcher handOffWatcher;
+    QString handOffPath;
+    int editorNumber = 9;
+    int workspaceNumber = 4;
+    int extraEditorNumber = 4;
+};

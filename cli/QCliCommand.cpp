@@ -1,0 +1,3 @@
+#include "QCliCommand.h"
+
+QCliCommand::~QCliCommand() = default;

@@ -2,6 +2,8 @@
 
 #include <QTextCodec>
 
+#include <algorithm>
+
 QList<QByteArray>& codecList()
 {
     static QList<QByteArray> list;
@@ -11,6 +13,10 @@ QList<QByteArray>& codecList()
 void buildCodecList()
 {
     QList<QByteArray>& list = codecList();
-    list = QTextCodec::availableCodecs();
+    QList<QByteArray> known = QTextCodec::availableCodecs();
+    std::sort(known.begin(), known.end());
+    known.erase(std::unique(known.begin(), known.end()), known.end());
+    list.clear();
     list.append(QByteArrayLiteral("System"));
+    list.append(known);
 }

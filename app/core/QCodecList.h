@@ -3,8 +3,9 @@
 #include <QByteArray>
 #include <QList>
 
-// The names of the text codecs offered for opening and saving text files, with "System" last. The
-// setting "default_codepage" is an index into this list.
+// The names of the text codecs offered for opening and saving text files: "System" (the locale's
+// codec) first, then every codec this Qt knows, sorted. The setting "default_codepage" and the codec
+// of a text document are indices into this list, so its order must not depend on the run.
 QList<QByteArray>& codecList();
 
 // Fills codecList() anew from the codecs this Qt knows.

@@ -41,6 +41,36 @@ check_format() {
     echo "Formatting: all sources are clang-formatted."
 }
 
+# Every parser of untrusted files has a libFuzzer target; each runs for a short time on its seeds.
+run_fuzzers() {
+    local targets
+    targets=$(cd "$here/tests/fuzz" && ls fuzz_*.cpp 2>/dev/null | sed 's/\.cpp$//' || true)
+    if [ -z "$targets" ]; then return 0; fi
+    if ! command -v clang++ >/dev/null; then
+        echo "Fuzzing: skipped, clang++ is not installed"
+        return 0
+    fi
+    local fuzz="$here/build/fuzz"
+    CC=clang CXX=clang++ cmake -S "$here" -B "$fuzz" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DTAVREL_BUILD_FUZZ=ON -DTAVREL_BUILD_TESTS=OFF
+    cmake --build "$fuzz" -j "$jobs" --target tavrel_fuzz
+    local seconds="${TAVREL_FUZZ_SECONDS:-30}"
+    for target in $targets; do
+        local corpus
+        corpus=$(mktemp -d)
+        if [ -d "$here/tests/fuzz/corpus/$target" ]; then cp -r "$here/tests/fuzz/corpus/$target/." "$corpus/"; fi
+        echo "Fuzzing $target for ${seconds}s"
+        "$fuzz/fuzz/bin/$target" -max_total_time="$seconds" -rss_limit_mb=2048 -timeout=10 \
+            -print_final_stats=1 "$corpus" 2>"$fuzz/$target.log" || {
+            tail -n 60 "$fuzz/$target.log"
+            echo "Fuzzing: $target failed"
+            return 1
+        }
+        tail -n 3 "$fuzz/$target.log"
+        rm -rf "$corpus"
+    done
+}
+
 case "${1:-}" in
 deps)
     install_missing
@@ -66,6 +96,7 @@ test)
     export QT_QPA_PLATFORM=offscreen
     export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1:${ASAN_OPTIONS:-}"
     export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1:${UBSAN_OPTIONS:-}"
+    run_fuzzers
     ctest --test-dir "$build" --output-on-failure -j "$jobs"
     ;;
 format)

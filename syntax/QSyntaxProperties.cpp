@@ -1,0 +1,3 @@
+#include "QSyntaxProperties.h"
+
+QSyntaxProperties::~QSyntaxProperties() = default;

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+// LZ5, SFF v2 format 4: 32-colour runs and back-references of an indexed image, packed by a control
+// byte per eight packets. Short copies come in groups of four where the fourth keeps no distance byte:
+// its distance is spread over the top two bits of the four length bytes.
+class QLZ5Codec
+{
+public:
+    // Decodes into a stream of at most total bytes and answers how many were written. A packet that
+    // refers to bytes before the start of the output ends the stream.
+    static qsizetype decode(const uchar* src, qsizetype size, uchar* out, qsizetype total);
+    // Encodes a stream of pixels without row padding; only the low five bits of a colour survive.
+    static QByteArray encode(const uchar* pixels, qsizetype total);
+};
+
+QImage decodeLZ5(int width, int height, const QByteArray& data);
+QByteArray encodeLZ5(const QImage& image);

@@ -6,8 +6,7 @@ QProjectContext::~QProjectContext() = default;
 
 QProjectFile::QProjectFile(QProjectFileType fileType, QProjectContext* project)
     : kind(fileType), owner(project), issues(fileType, project ? project->messageList() : nullptr)
-{
-}
+{}
 
 QProjectFile::~QProjectFile() = default;
 

@@ -1,9 +1,17 @@
+#include "QCliAirCommand.h"
 #include "QCliApplication.h"
 #include "QCliConfigCommand.h"
+#include "QCliDefCommand.h"
 #include "QCliPalCommand.h"
+#include "QCliResaveCommand.h"
+#include "QCliSffCommand.h"
 
 void registerCliCommands(QCliApplication& application)
 {
     application.add(std::make_unique<QCliConfigCommand>());
     application.add(std::make_unique<QCliPalCommand>());
+    application.add(std::make_unique<QCliAirCommand>());
+    application.add(std::make_unique<QCliSffCommand>());
+    application.add(std::make_unique<QCliResaveCommand>());
+    application.add(std::make_unique<QCliDefCommand>());
 }

@@ -1,6 +1,7 @@
 #include "QStreamCache.h"
 
 #include "QCrc64.h"
+#include "QImageInfo.h"
 #include "QStreamCacheFilter.h"
 
 #include <QDir>
@@ -68,6 +69,19 @@ QStreamCacheItem* QStreamCache::add(const QByteArray& data, uint filter, QImageI
     return item;
 }
 
+QStreamCacheItem* QStreamCache::addLazy(const QByteArray& data, uint filter, QImageInfo* info)
+{
+    QStreamCacheItem* item = takeItem();
+    store(item, data, filter, info, 0, true);
+    m_items.append(item);
+    return item;
+}
+
+void QStreamCache::setHash(QStreamCacheItem* item, quint64 hash) const
+{
+    if (item) item->hash = hash;
+}
+
 void QStreamCache::replace(QStreamCacheItem* item, const QByteArray& data, uint filter, QImageInfo* info,
                            quint64 hash)
 {
@@ -92,11 +106,11 @@ void QStreamCache::clear()
 }
 
 void QStreamCache::store(QStreamCacheItem* item, const QByteArray& data, uint filter, QImageInfo* info,
-                         quint64 hash)
+                         quint64 hash, bool lazy)
 {
     item->filter = filter;
     item->info = info;
-    if (hash != 0)
+    if (hash != 0 || lazy)
         item->hash = hash;
     else if (filter != QStreamCacheFilter::RawFilter)
         item->hash = crc64(decode(data, item));
@@ -155,6 +169,7 @@ QByteArray QStreamCache::stored(const QStreamCacheItem* item) const
 QByteArray QStreamCache::decode(const QByteArray& stored, const QStreamCacheItem* item) const
 {
     if (item->filter != QStreamCacheFilter::RawFilter) {
+        if (item->info && item->info->rawSize() > plausibleRawSize(stored.size())) return QByteArray();
         const QStreamCacheFilter* filter = QStreamCacheFilter::at(item->filter);
         return filter ? filter->decode(stored, item->info) : QByteArray();
     }
@@ -202,6 +217,9 @@ QStreamCacheItem* QStreamCache::find(const QByteArray& raw, const QStreamCacheIt
     const quint64 wanted = crc64(raw);
     for (QStreamCacheItem* item : m_items) {
         if (item == except) continue;
+        if (item->filter == QStreamCacheFilter::RawFilter ? item->rawSize != quint32(raw.size())
+                                                          : item->info && item->info->rawSize() != raw.size())
+            continue;
         QByteArray bytes;
         bool decodedNow = false;
         if (item->hash == 0) {
@@ -226,6 +244,14 @@ qint64 QStreamCache::fileSize() const
 quint64 QStreamCache::hash(const QByteArray& bytes)
 {
     return crc64(bytes);
+}
+
+qint64 QStreamCache::plausibleRawSize(qint64 storedSize)
+{
+    constexpr qint64 Slack = 1 << 16;
+    constexpr qint64 Ratio = 1100;
+    constexpr qint64 Ceiling = qint64(512) << 20;
+    return std::min(Ceiling, Slack + std::max(qint64(0), storedSize) * Ratio);
 }
 
 void QStreamCache::releasePool()

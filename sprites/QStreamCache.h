@@ -10,8 +10,9 @@ struct QImageInfo;
 
 // Blocks of image or sound bytes, kept in the form in which they were read and decoded on demand by the
 // filter stored with them. Raw blocks (filter 0) may be squeezed with qCompress. The blocks live in
-// memory (mode 0) or in a temporary file (mode 1), which is compacted at every removal. Every block
-// carries a hash of its decoded bytes so that duplicates are found without comparing bytes.
+// memory (mode 0) or in a temporary file (mode 1), which is compacted at every removal. A block carries
+// a hash of its decoded bytes so that duplicates are found without comparing bytes; blocks added lazily
+// (a file being opened) leave it unknown until something asks for it.
 class QStreamCache
 {
 public:
@@ -30,6 +31,11 @@ public:
 
     // Adds a block. A hash of 0 means unknown: it is then computed from the decoded bytes.
     QStreamCacheItem* add(const QByteArray& data, uint filter, QImageInfo* info, quint64 hash = 0);
+    // Adds a block without decoding it: its hash stays 0 (unknown) until hash(), equal() or find()
+    // needs it, or setHash() gives it.
+    QStreamCacheItem* addLazy(const QByteArray& data, uint filter, QImageInfo* info);
+    // Records a hash of the item's decoded bytes that the caller already knows.
+    void setHash(QStreamCacheItem* item, quint64 hash) const;
     void replace(QStreamCacheItem* item, const QByteArray& data, uint filter, QImageInfo* info,
                  quint64 hash = 0);
     void remove(QStreamCacheItem* item);
@@ -44,7 +50,8 @@ public:
     quint64 hash(QStreamCacheItem* item) const;
     // Whether two blocks decode to the same bytes.
     bool equal(QStreamCacheItem* a, QStreamCacheItem* b) const;
-    // The first item other than except whose decoded bytes are raw, or null.
+    // The first item other than except whose decoded bytes are raw, or null. Items whose image can't
+    // have that many bytes are passed over without being decoded.
     QStreamCacheItem* find(const QByteArray& raw, const QStreamCacheItem* except = nullptr) const;
 
     uint mode() const { return m_mode; }
@@ -57,6 +64,10 @@ public:
 
     // The hash of the cache (CRC-64 of the bytes).
     static quint64 hash(const QByteArray& bytes);
+    // The most raw bytes that an encoded block of storedSize bytes may decode to. No codec packs more
+    // than about a thousand pixels bytes into one stored byte, so a block whose image claims more is
+    // refused before anything is allocated for it.
+    static qint64 plausibleRawSize(qint64 storedSize);
 
     // The pool: every item ever made and the free ones among them. Closing a project calls
     // releasePool(), which deletes every item that no cache holds.
@@ -65,7 +76,8 @@ public:
     static int freeCount();
 
 private:
-    void store(QStreamCacheItem* item, const QByteArray& data, uint filter, QImageInfo* info, quint64 hash);
+    void store(QStreamCacheItem* item, const QByteArray& data, uint filter, QImageInfo* info, quint64 hash,
+               bool lazy = false);
     void cut(QStreamCacheItem* item);
     QByteArray decode(const QByteArray& stored, const QStreamCacheItem* item) const;
 

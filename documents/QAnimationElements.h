@@ -1,0 +1,7 @@
+#pragma once
+
+// Registers the recognisers of animation text, in their order: AnimReg, FrameReg, InterFrameReg,
+// CLSNDeclReg, CLSNReg. Called once, after the definitions family and before the commands family.
+void registerAnimationElements();
+// Takes back what registerAnimationElements() registered.
+void unregisterAnimationElements();

@@ -1,0 +1,178 @@
+#include "QCommands.h"
+
+#include "CmdReg.h"
+#include "ParamReg.h"
+#include "QCommand.h"
+#include "QCommandParam.h"
+#include "QCommandsOrg.h"
+#include "QGroupParamID.h"
+#include "QTextElementType.h"
+
+#include <QSet>
+#include <QTextBlock>
+
+QCommands::QCommands(QObject* parent)
+    : QParamTextEditor(pftCommands, parent), organizer(new QCommandsOrg(this))
+{
+    setTypeEnabled(true, etNameComment);
+    setTypeEnabled(true, etCommand);
+    setTypeEnabled(true, etGroupParam, pkString);
+    setTypeEnabled(true, etGroupParam, pkCommand);
+}
+
+QCommands::~QCommands() = default;
+
+QString QCommands::spanText(const QCommand* command) const
+{
+    QElementCursor span = command->selectSpan();
+    return span.selectedText().replace(QChar(0x2029), QLatin1Char('\n'));
+}
+
+void QCommands::insertLines(int position, QString text)
+{
+    const int end = document->characterCount() - 1;
+    position = qBound(0, position, end);
+    if (position > 0 && document->characterAt(position - 1) != QChar(0x2029)) text.prepend(QLatin1Char('\n'));
+    if (position < end && !text.endsWith(QLatin1Char('\n'))) text += QLatin1Char('\n');
+    cursor.setPosition(position);
+    cursor.insertText(text);
+}
+
+QCommand* QCommands::add()
+{
+    insertLines(document->characterCount() - 1, QStringLiteral("[Command]\n"));
+    return commands.isEmpty() ? nullptr : commands.last();
+}
+
+QCommand* QCommands::insert(uint index)
+{
+    if (index >= uint(count())) return add();
+    insertLines(commands.at(int(index))->startPosition(), QStringLiteral("[Command]\n"));
+    return commands.value(int(index));
+}
+
+void QCommands::remove(uint index)
+{
+    if (QCommand* command = at(index)) command->remove(true);
+}
+
+void QCommands::clear()
+{
+    QParamTextEditor::clear();
+}
+
+void QCommands::move(int from, uint to)
+{
+    const int total = count();
+    if (from < 0 || from >= total || to >= uint(total) || uint(from) == to) return;
+    beginEdit();
+    QCommand* command = commands.at(from);
+    const QString text = spanText(command);
+    command->remove(true);
+    if (int(to) < total - 1)
+        insertLines(commands.at(int(to))->startPosition(), text);
+    else
+        insertLines(document->characterCount() - 1, text);
+    endEdit();
+}
+
+QCommand* QCommands::duplicate(uint index)
+{
+    QCommand* command = at(index);
+    if (!command) return nullptr;
+    const QString text = spanText(command);
+    if (QCommand* following = at(index + 1))
+        insertLines(following->startPosition(), text);
+    else
+        insertLines(command->endPosition(), text);
+    return at(index + 1);
+}
+
+int QCommands::find(int from, const QString& name) const
+{
+    for (int i = qMax(0, from); i < count(); ++i)
+        if (commands.at(i)->name() == name) return i;
+    return -1;
+}
+
+void QCommands::autoOrganize()
+{
+    beginEdit();
+    for (int i = 1; i < count(); ++i)
+        for (int j = 0; j < i; ++j)
+            if (commands.at(i)->name().compare(commands.at(j)->name(), Qt::CaseInsensitive) < 0) {
+                move(i, uint(j));
+                break;
+            }
+    endEdit();
+}
+
+int QCommands::uniqueCount() const
+{
+    QSet<QString> names;
+    for (const QCommand* command : commands)
+        names.insert(command->name());
+    return int(names.size());
+}
+
+QString QCommands::summary() const
+{
+    return tr("%1, Unique commands: %2").arg(count()).arg(uniqueCount());
+}
+
+QString QCommands::discardQuestion() const
+{
+    return tr("Do you really want to discard the changes made in the commands?");
+}
+
+void QCommands::emitUpdate(QList<QTextElementChange>& changes)
+{
+    bindChanges(changes);
+    // The list follows the text before anyone hears of the change.
+    for (const QTextElementChange& change : std::as_const(changes)) {
+        if (change.element->type() != etCommand) continue;
+        auto* command = static_cast<QCommand*>(change.element);
+        if (change.type == ElementRemoved) {
+            const int row = int(commands.indexOf(command));
+            if (row < 0) continue;
+            organizer->beginRemoveRows(QModelIndex(), row, row);
+            commands.removeAt(row);
+            organizer->endRemoveRows();
+        } else if (change.type == ElementAdded && command->valid) {
+            int row = count();
+            for (QTextElement* below = command->next; below; below = below->next) {
+                if (!below->valid || below->type() != etCommand) continue;
+                const int at = int(commands.indexOf(static_cast<QCommand*>(below)));
+                if (at >= 0) {
+                    row = at;
+                    break;
+                }
+            }
+            organizer->beginInsertRows(QModelIndex(), row, row);
+            commands.insert(row, command);
+            organizer->endInsertRows();
+        }
+    }
+    QSet<QCommand*> touched;
+    for (const QTextElementChange& change : std::as_const(changes))
+        if (change.type == ElementChanged && change.element->type() == etGroupParam)
+            if (auto* param = static_cast<QGroupParam*>(change.element);
+                param->group && param->group->type() == etCommand)
+                touched.insert(static_cast<QCommand*>(param->group));
+    for (int row = 0; row < count(); ++row) {
+        QCommand* command = commands.at(row);
+        if (!command->paramsChanged && !touched.contains(command)) continue;
+        command->paramsChanged = false;
+        const QModelIndex index = organizer->index(row);
+        emit organizer->dataChanged(index, index);
+    }
+    QElementTextEditor::emitUpdate(changes);
+}
+
+void registerCommandElements()
+{
+    for (const QTextElementReg* reg : QTextElementReg::registered())
+        if (dynamic_cast<const CmdReg*>(reg)) return;
+    QTextElementReg::add(new CmdReg);
+    QTextElementReg::add(new ParamReg<QCommandParam>(QStringLiteral("command"), gpCommand, pkCommand));
+}

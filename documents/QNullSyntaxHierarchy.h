@@ -1,0 +1,23 @@
+#pragma once
+
+#include "QSyntaxHierarchy.h"
+
+// The outline of a text in no language: always empty.
+class QNullSyntaxHierarchy : public QSyntaxHierarchy
+{
+    Q_OBJECT
+public:
+    explicit QNullSyntaxHierarchy(QObject* parent = nullptr);
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    void update(const QString& text) override;
+    int lineForIndex(const QModelIndex& index) const override;
+    QModelIndex indexForLine(int line) const override;
+    bool sectionExists(const QString& name) const override;
+    QString findValue(const QString& section, const QString& key) const override;
+};

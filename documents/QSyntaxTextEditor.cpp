@@ -1,0 +1,294 @@
+#include "QSyntaxTextEditor.h"
+
+#include "QSyntaxFormats.h"
+#include "QSyntaxHierarchy.h"
+#include "QSyntaxProcessor.h"
+#include "QSyntaxProcessorFactory.h"
+#include "QSyntaxTextEditorData.h"
+#include "QTextElement.h"
+#include "QTextElementType.h"
+#include "QTextEncoding.h"
+#include "QUserDialogs.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSaveFile>
+
+namespace {
+
+int utf8Index()
+{
+    return QTextEncoding::codecIndex("UTF-8");
+}
+
+} // namespace
+
+QSyntaxTextEditor::QSyntaxTextEditor(QProjectFileType fileType, QProjectContext* project, bool readOnly,
+                                     quint32 mugenVersion, bool hierarchyEnabled, QObject* parent)
+    : QElementTextEditor(true, parent), QProjectFile(fileType, project),
+      data(new QSyntaxTextEditorData(this, document)), m_scriptCursor(document), m_mugenVersion(mugenVersion),
+      hierarchyEnabled(hierarchyEnabled), readOnly(readOnly)
+{
+    if (syntaxFormats) document->setDefaultFont((*syntaxFormats)[QSyntaxFormats::Comment].font());
+    data->codec = utf8Index();
+    setLanguage(SyntaxMugen);
+    hierarchyTimer.setSingleShot(true);
+    hierarchyTimer.setTimerType(Qt::PreciseTimer);
+    connect(document, &QTextDocument::contentsChanged, this, &QSyntaxTextEditor::docChanged);
+    connect(&hierarchyTimer, &QTimer::timeout, this, &QSyntaxTextEditor::updateHierarchy);
+}
+
+QSyntaxTextEditor::~QSyntaxTextEditor()
+{
+    hierarchyTimer.stop();
+    // The processor clears its colours on the way out; nothing here may react to that any more.
+    disconnect(document, nullptr, this, nullptr);
+    delete m_processor;
+}
+
+int QSyntaxTextEditor::detectLanguage(const QString& text)
+{
+    static const QRegularExpression mugen(QStringLiteral("^\\s*[;\\[]"),
+                                          QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression lua(QStringLiteral("\\bfunction\\b"),
+                                        QRegularExpression::UseUnicodePropertiesOption);
+    if (mugen.match(text, 0, QRegularExpression::NormalMatch, QRegularExpression::AnchorAtOffsetMatchOption)
+            .hasMatch())
+        return SyntaxMugen;
+    // A text that begins with "function" is not taken for Lua: the word has to follow something.
+    const QRegularExpressionMatch match = lua.match(text);
+    return match.hasMatch() && match.capturedStart() >= 1 ? SyntaxLua : SyntaxNone;
+}
+
+QSyntaxHierarchy* QSyntaxTextEditor::hierarchy() const
+{
+    return m_processor ? m_processor->hierarchy() : nullptr;
+}
+
+int QSyntaxTextEditor::language() const
+{
+    return m_processor ? m_processor->syntaxType() : SyntaxNone;
+}
+
+void QSyntaxTextEditor::setLanguage(int type)
+{
+    if (type != SyntaxMugen && type != SyntaxLua) type = SyntaxNone;
+    if (m_processor && m_processor->syntaxType() == type) return;
+    delete m_processor;
+    m_processor = QSyntaxProcessorFactory::create(type, document, m_mugenVersion);
+    connect(m_processor->hierarchy(), &QSyntaxHierarchy::updated, this, &QSyntaxTextEditor::hierarchyUpdated);
+    // A new processor would wait for the event loop to read text that is already there, and ignore
+    // edits until then.
+    if (!document->isEmpty()) m_processor->rehighlight();
+}
+
+void QSyntaxTextEditor::setMugenVersion(quint32 version)
+{
+    m_mugenVersion = version;
+    if (m_processor && m_processor->syntaxType() == SyntaxMugen) m_processor->setMugenVersion(version);
+}
+
+bool QSyntaxTextEditor::load(const QString& path, int codec, bool keepIdentity)
+{
+    QFile file(path);
+    if (!file.exists() || !file.open(QIODevice::ReadOnly)) return false;
+    const QByteArray bytes = file.readAll();
+    file.close();
+
+    int used = 0;
+    bool bom = false;
+    const QString decoded = QTextEncoding::decode(bytes, codec, &used, &bom);
+    source.read(bytes, decoded, used, bom);
+    data->codec = used;
+    setLanguage(detectLanguage(decoded));
+
+    const QString title = document->metaInformation(QTextDocument::DocumentTitle);
+    const QString url = document->metaInformation(QTextDocument::DocumentUrl);
+    setPlainText(source.text());
+    source.bind(document);
+    m_processor->rehighlight();
+    document->setMetaInformation(QTextDocument::DocumentTitle, title);
+    document->setMetaInformation(QTextDocument::DocumentUrl, url);
+    if (!keepIdentity) setIdentity(path);
+
+    document->setModified(false);
+    updateHierarchy();
+    return true;
+}
+
+bool QSyntaxTextEditor::reload(const QString& path)
+{
+    return load(path, data->codec, true);
+}
+
+bool QSyntaxTextEditor::save(const QString& path, bool forceUtf8, bool asCopy)
+{
+    const int codec = forceUtf8 ? utf8Index() : data->codec;
+    const bool bom = source.hadBom() && codec == data->codec;
+    const QByteArray bytes = source.write(document, codec, bom);
+
+    // The old file is replaced only once the new one is completely written.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    if (file.write(bytes) != bytes.size() || !file.commit()) return false;
+
+    if (!asCopy) {
+        document->setModified(false);
+        setIdentity(path);
+    }
+    return true;
+}
+
+bool QSyntaxTextEditor::save()
+{
+    const QString path = filePath();
+    if (path.isEmpty() || !QFileInfo(path).isFile()) return false;
+    return save(path);
+}
+
+void QSyntaxTextEditor::clear()
+{
+    const QString old = filePath();
+    setPlainText(QString());
+    document->setModified(false);
+    document->setMetaInformation(QTextDocument::DocumentTitle, QString());
+    document->setMetaInformation(QTextDocument::DocumentUrl, QString());
+    if (!old.isEmpty()) emit pathChanged(old, QString());
+    data->codec = utf8Index();
+    source.clear();
+    updateHierarchy();
+}
+
+bool QSyntaxTextEditor::canClose()
+{
+    if (!document->isModified() || filePath().isEmpty()) return true;
+    return QUserDialogs::question(
+               nullptr, tr("Discard changes"),
+               tr("Do you really want to discard the changes made in %1?").arg(fileTitle()),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+QString QSyntaxTextEditor::filePath() const
+{
+    return document->metaInformation(QTextDocument::DocumentUrl);
+}
+
+QString QSyntaxTextEditor::fileTitle() const
+{
+    return document->metaInformation(QTextDocument::DocumentTitle);
+}
+
+QString QSyntaxTextEditor::text() const
+{
+    // Not toPlainText(), which turns no-break spaces into spaces.
+    QString result;
+    result.reserve(document->characterCount());
+    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next()) {
+        if (block != document->firstBlock()) result += QLatin1Char('\n');
+        result += block.text();
+    }
+    return result;
+}
+
+int QSyntaxTextEditor::codec() const
+{
+    return data->codec;
+}
+
+void QSyntaxTextEditor::setCodec(int index)
+{
+    data->codec = index;
+}
+
+QString QSyntaxTextEditor::codecName() const
+{
+    return QTextEncoding::codecName(data->codec);
+}
+
+int QSyntaxTextEditor::errorCount() const
+{
+    return m_processor ? m_processor->errorCount() : 0;
+}
+
+bool QSyntaxTextEditor::canDiscard()
+{
+    return canClose();
+}
+
+bool QSyntaxTextEditor::isModified()
+{
+    return document->isModified();
+}
+
+bool QSyntaxTextEditor::isEmpty()
+{
+    return document->isEmpty();
+}
+
+void QSyntaxTextEditor::check()
+{
+    updateIssues();
+}
+
+void QSyntaxTextEditor::docChanged()
+{
+    hierarchyTimer.start(m_hierarchyDelay);
+}
+
+void QSyntaxTextEditor::updateHierarchy()
+{
+    hierarchyTimer.stop();
+    // The outline tells hierarchyUpdated() itself when it is rebuilt.
+    QSyntaxHierarchy* outline = hierarchyEnabled ? hierarchy() : nullptr;
+    if (outline)
+        outline->update(text());
+    else
+        emit hierarchyUpdated();
+    updateIssues();
+}
+
+void QSyntaxTextEditor::updateIssues()
+{
+    // Issues carry the line counted from 1; for a state file the second number is the file's position in
+    // its project, for the others the column of the finding.
+    QMessages* issues = messages();
+    issues->begin();
+    const bool stateFile = fileType() == pftStates;
+    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next())
+        if (const auto* blockData = static_cast<const QTextEditorBlockData*>(block.userData()))
+            for (const QSyntaxMessage& message : blockData->messages)
+                issues->add(message.kind == SyntaxError ? 0 : 1, message.text, block.blockNumber() + 1,
+                            stateFile ? m_fileIndex : message.start);
+    issues->end();
+}
+
+void QSyntaxTextEditor::setIdentity(const QString& path)
+{
+    const QFileInfo info(path);
+    const QString old = filePath();
+    document->setMetaInformation(QTextDocument::DocumentTitle, info.fileName());
+    document->setMetaInformation(QTextDocument::DocumentUrl, info.absoluteFilePath());
+    if (old != info.absoluteFilePath()) emit pathChanged(old, info.absoluteFilePath());
+}
+
+void QSyntaxTextEditor::emitUpdate(QList<QTextElementChange>& changes)
+{
+    // The first section of each singleton kind is the one its model reads: when it goes, the next one of
+    // the kind takes its place; a new one is recorded only where none is.
+    for (const QTextElementChange& change : changes) {
+        if (change.type != ElementRemoved || change.element->type() != etSingletonGroup) continue;
+        const int subType = change.element->subType();
+        auto it = singletons.find(subType);
+        if (it == singletons.end() || it.value() != change.element) continue;
+        if (QTextElement* next = change.element->nextExact(change.element->flags(), subType))
+            it.value() = next;
+        else
+            singletons.erase(it);
+    }
+    for (const QTextElementChange& change : changes)
+        if (change.type == ElementAdded && change.element->type() == etSingletonGroup &&
+            !singletons.contains(change.element->subType()))
+            singletons.insert(change.element->subType(), change.element);
+    QElementTextEditor::emitUpdate(changes);
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "QElementTextEditor.h"
+#include "QProjectFile.h"
+#include "QTextFileLines.h"
+
+#include <QMap>
+#include <QTextCursor>
+#include <QTimer>
+
+class QSyntaxHierarchy;
+class QSyntaxProcessor;
+class QSyntaxTextEditorData;
+class QTextElement;
+
+// A text file of a project: the element document that models bind to, its syntax processor (colours,
+// findings, folding, outline), loading and saving in the file's own encoding, and the file's issues.
+//
+// The outline and the issues are rebuilt one second after the last edit, never while typing.
+class QSyntaxTextEditor : public QElementTextEditor, public QProjectFile
+{
+    Q_OBJECT
+public:
+    QSyntaxTextEditor(QProjectFileType fileType, QProjectContext* project = nullptr, bool readOnly = false,
+                      quint32 mugenVersion = 0x1010000, bool hierarchyEnabled = true,
+                      QObject* parent = nullptr);
+    ~QSyntaxTextEditor() override;
+
+    // The language of a text by its beginning: M.U.G.E.N. text when it starts, after white space, with
+    // ";" or "["; Lua when "function" stands as a word anywhere but at the very start; else none.
+    static int detectLanguage(const QString& text);
+
+    QSyntaxProcessor* processor() const { return m_processor; }
+    QSyntaxHierarchy* hierarchy() const;
+    int language() const;
+    // Replaces the processor when the language differs; every block is read again.
+    void setLanguage(int type);
+
+    quint32 mugenVersion() const { return m_mugenVersion; }
+    void setMugenVersion(quint32 version);
+
+    // Reads a file: decodes it (detected charset, else codec, else the locale's), picks the language,
+    // and takes the file's name and path unless keepIdentity. False, with nothing changed, when the
+    // file can't be read.
+    bool load(const QString& path, int codec = 0, bool keepIdentity = false);
+    // Reads the file again with the document's codec, keeping title and path.
+    bool reload(const QString& path);
+    // Writes the document in its codec (or UTF-8 when forced). Lines that were not edited keep their
+    // bytes and line ends; edited and new lines take the file's usual line end. The old file stays as it
+    // was when writing fails. Unless asCopy, the document becomes unmodified and takes the path.
+    bool save(const QString& path, bool forceUtf8 = false, bool asCopy = false);
+    // Saves to the document's path; false when that file doesn't exist.
+    bool save();
+    // Empties the document and forgets its file and encoding.
+    void clear();
+    // True unless a modified document with a file name is not to be discarded by the user.
+    bool canClose();
+
+    QString filePath() const;
+    QString fileTitle() const;
+    // The text exactly as the blocks hold it, lines joined by LF.
+    QString text() const;
+    // Index into the encoding table; the next save writes in it.
+    int codec() const;
+    void setCodec(int index);
+    QString codecName() const;
+    // The line end that edited and new lines get.
+    QTextFileLines::LineEnd lineEnd() const { return source.lineEnd(); }
+    bool isReadOnly() const { return readOnly; }
+    int errorCount() const;
+
+    // The position of a state file in its project; the issues of a state file carry it.
+    int fileIndex() const { return m_fileIndex; }
+    void setFileIndex(int index) { m_fileIndex = index; }
+
+    // The cursor of the scripting interface.
+    QTextCursor& scriptCursor() { return m_scriptCursor; }
+    // The first singleton section of a sub type (QTextElementSubType), or null.
+    QTextElement* singletonGroup(int subType) const { return singletons.value(subType); }
+
+    // The pause after the last edit before the outline and issues are rebuilt, 1000 ms unless changed.
+    int hierarchyDelay() const { return m_hierarchyDelay; }
+    void setHierarchyDelay(int milliseconds) { m_hierarchyDelay = milliseconds; }
+    bool isHierarchyPending() const { return hierarchyTimer.isActive(); }
+
+    bool canDiscard() override;
+    bool isModified() override;
+    bool isEmpty() override;
+    void check() override;
+
+    static constexpr int DefaultHierarchyDelay = 1000;
+
+Q_SIGNALS:
+    void hierarchyUpdated();
+    // The document took another file's identity: file watching moves from the old path to the new.
+    void pathChanged(const QString& oldPath, const QString& newPath);
+
+public Q_SLOTS:
+    void updateHierarchy();
+    void docChanged();
+
+protected:
+    void emitUpdate(QList<QTextElementChange>& changes) override;
+
+private:
+    void setIdentity(const QString& path);
+    void updateIssues();
+
+    QSyntaxProcessor* m_processor = nullptr;
+    QSyntaxTextEditorData* data;
+    QMap<int, QTextElement*> singletons;
+    QTextCursor m_scriptCursor;
+    QTimer hierarchyTimer;
+    QTextFileLines source;
+    quint32 m_mugenVersion;
+    int m_hierarchyDelay = DefaultHierarchyDelay;
+    int m_fileIndex = 0;
+    bool hierarchyEnabled;
+    bool readOnly;
+};

@@ -1,0 +1,5 @@
+#include "QOrganizableObject.h"
+
+QOrganizableObject::QOrganizableObject(QObject* parent) : QAbstractListModel(parent) {}
+
+QOrganizableObject::~QOrganizableObject() = default;

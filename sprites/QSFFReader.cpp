@@ -1,0 +1,578 @@
+#include "QSFFReader.h"
+
+#include "QPCXCodec.h"
+#include "QSprite.h"
+#include "QSpriteColorTable.h"
+#include "QSpriteImageRecord.h"
+#include "QSpritePalette.h"
+#include "QSprites.h"
+#include "QStreamCache.h"
+#include "QStreamCacheFilter.h"
+#include "QUserDialogs.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace {
+
+constexpr qint64 KeepLimit = qint64(64) << 20;
+
+inline quint32 u32(const QByteArray& data, int at)
+{
+    return qFromLittleEndian<quint32>(data.constData() + at);
+}
+
+inline quint16 u16(const QByteArray& data, int at)
+{
+    return qFromLittleEndian<quint16>(data.constData() + at);
+}
+
+inline qint16 i16(const QByteArray& data, int at)
+{
+    return qFromLittleEndian<qint16>(data.constData() + at);
+}
+
+bool isSpecial(int group, int index)
+{
+    return (group == 0 || group == 9000) && index == 0;
+}
+
+// The colour table at the end of an 8-bit PCX file, found without decoding the pixels: 768 bytes
+// behind the marker byte 12.
+bool pcxTable(const QByteArray& data, const QPCXCodec::Header& header, QRGBPal* table)
+{
+    if (header.depth != 8 || header.planes != 1) return false;
+    const qsizetype at = data.size() - QSFF::V1TableBytes;
+    if (at < 129 || data.at(at - 1) != 12) return false;
+    const auto* rgb = reinterpret_cast<const uchar*>(data.constData() + at);
+    for (int i = 0; i < QRGBPal::TableSize; ++i)
+        table[i] = QRGBPal(rgb[i * 3], rgb[i * 3 + 1], rgb[i * 3 + 2], 255);
+    return true;
+}
+
+// Raw pixels of a file, rows without padding, in the row layout of the cache. Colours of deeper
+// images come in the order red, green, blue (and alpha). What the file doesn't hold stays zero; an image
+// far larger than its data is refused.
+QByteArray rawPixels(const QByteArray& data, const QImageInfo& info)
+{
+    const int depth = info.depth();
+    if (depth == 0 || info.rawSize() > 4 * qint64(data.size()) + (1 << 16)) return QByteArray();
+    const int fileBytes =
+        info.format == QImage::Format_Indexed8 ? 1 : (info.format == QImage::Format_RGB32 ? 3 : 4);
+    QByteArray raw(info.rawSize(), '\0');
+    const auto* from = reinterpret_cast<const uchar*>(data.constData());
+    const qsizetype available = data.size();
+    for (int y = 0; y < info.height; ++y) {
+        uchar* row = reinterpret_cast<uchar*>(raw.data()) + y * info.bytesPerLine();
+        for (int x = 0; x < info.width; ++x) {
+            const qsizetype at = (qsizetype(y) * info.width + x) * fileBytes;
+            if (at + fileBytes > available) return raw;
+            if (fileBytes == 1) {
+                row[x] = from[at];
+                continue;
+            }
+            const uchar alpha = fileBytes == 4 ? from[at + 3] : 255;
+            reinterpret_cast<QRgb*>(row)[x] = qRgba(from[at], from[at + 1], from[at + 2], alpha);
+        }
+    }
+    return raw;
+}
+
+} // namespace
+
+QSFFReader::QSFFReader(QSprites* sprites) : model(sprites) {}
+
+bool QSFFReader::read(const QString& path, bool copy)
+{
+    QFile file(path);
+    if (!file.exists() || !file.open(QIODevice::ReadOnly)) return false;
+    return read(&file, path, copy);
+}
+
+QByteArray QSFFReader::readAt(qint64 offset, qint64 length)
+{
+    if (offset < 0 || length <= 0 || offset >= fileSize) return QByteArray();
+    length = std::min(length, fileSize - offset);
+    if (!device->seek(offset)) return QByteArray();
+    return device->read(length);
+}
+
+void QSFFReader::linkError(int sprite, qint64 link, bool palette)
+{
+    const QString text = palette ? QSprites::tr("%1(%2): Sprite incorrectly linked to the palette index %3")
+                                 : QSprites::tr("%1(%2): Sprite incorrectly linked to the index %3");
+    QUserDialogs::critical(nullptr, QSprites::tr("Sprite loading error"),
+                           text.arg(name).arg(sprite).arg(link));
+}
+
+void QSFFReader::discard(QList<QSprite*>& loaded)
+{
+    for (QSprite* sprite : std::as_const(loaded))
+        if (sprite->imageRecord()) sprite->imageRecord()->detach();
+    qDeleteAll(loaded);
+    loaded.clear();
+}
+
+bool QSFFReader::fail(QList<QSprite*>& loaded)
+{
+    discard(loaded);
+    model->clear();
+    model->endNoUndo();
+    model->setLoading(false);
+    return false;
+}
+
+bool QSFFReader::read(QIODevice* source, const QString& fileName, bool copy)
+{
+    device = source;
+    name = fileName;
+    fileSize = device->size();
+    layout = QSFFLayout();
+    paletteByColours.clear();
+    decodedBlocks.clear();
+    keptBytes = 0;
+
+    const QString keptName = model->fileName();
+    model->beginNoUndo();
+    model->setLoading(true);
+    model->clear();
+    if (copy) model->setFileName(keptName);
+
+    QList<QSprite*> loaded;
+    const QByteArray start = readAt(0, 16);
+    if (start.size() < 16 || start.left(QSFF::MagicSize) != QSFF::magic()) return fail(loaded);
+    const quint32 version = u32(start, 12);
+    bool ok = false;
+    if (version == QSFF::Version101) {
+        model->setVersion(version);
+        ok = readVersion1(loaded);
+    } else if (version == QSFF::Version200 || version == QSFF::Version201) {
+        model->setVersion(version);
+        ok = readVersion2(version, loaded);
+    } else {
+        QUserDialogs::critical(nullptr, QSprites::tr("Sprite loading error"),
+                               QSprites::tr("%1(0): SFF version '%2.%3.%4.%5' not supported yet")
+                                   .arg(name)
+                                   .arg(version >> 24)
+                                   .arg((version >> 16) & 0xFF)
+                                   .arg((version >> 8) & 0xFF)
+                                   .arg(version & 0xFF));
+    }
+    if (!ok) return fail(loaded);
+
+    layout.version = version;
+    model->appendLoaded(loaded);
+    loaded.clear();
+    shareEqualImages();
+    decodedBlocks.clear();
+
+    model->endNoUndo();
+    model->setLoading(false);
+    if (!copy) model->setFileName(name);
+    model->setModified(false);
+    model->setStoredLayout(layout);
+    emit model->changed();
+    model->check();
+    return true;
+}
+
+// ---- Version 1.01
+
+QSpritePalette* QSFFReader::ownPalette(const QRGBPal* colours, int group)
+{
+    const QByteArray key(reinterpret_cast<const char*>(colours), QRGBPal::TableBytes);
+    const auto it = paletteByColours.constFind(key);
+    if (it != paletteByColours.constEnd() && it.value()->itemGroup() != 1) return it.value();
+    QSpritePalette* palette = model->addPalette(colours, QSpritePaletteShareMode::Share, group, -1);
+    if (it == paletteByColours.constEnd()) paletteByColours.insert(key, palette);
+    return palette;
+}
+
+void QSFFReader::keep(QStreamCacheItem* item, const QByteArray& raw)
+{
+    if (keptBytes + raw.size() > KeepLimit) return;
+    keptBytes += raw.size();
+    decodedBlocks.insert(item, raw);
+}
+
+// Pixels beyond a small palette's colours are mapped to what the colour table of the PCX says; the
+// block becomes raw pixels when anything changed. The hash of the raw pixels is stored either way.
+bool QSFFReader::clip(QStreamCacheItem* item, QSpriteImageRecord* record, int colorCount,
+                      const QRGBPal* table, int tableColours)
+{
+    QByteArray raw = model->cache()->decoded(item);
+    if (raw.isEmpty()) return false;
+    const QImageInfo& info = record->info;
+    bool changed = false;
+    uchar map[QRGBPal::TableSize];
+    for (int p = 0; p < QRGBPal::TableSize; ++p) {
+        map[p] = uchar(p);
+        if (p < colorCount) continue;
+        if (p < tableColours) {
+            map[p] = 255;
+            for (int k = 0; k < tableColours; ++k)
+                if (table[k].toRgb() == QRgb(p)) {
+                    map[p] = uchar(k);
+                    break;
+                }
+        } else {
+            map[p] = 0;
+        }
+    }
+    for (int y = 0; y < info.height; ++y) {
+        uchar* row = reinterpret_cast<uchar*>(raw.data()) + y * info.bytesPerLine();
+        for (int x = 0; x < info.width; ++x) {
+            const uchar now = map[row[x]];
+            changed = changed || now != row[x];
+            row[x] = now;
+        }
+    }
+    const quint64 hash = QStreamCache::hash(raw);
+    if (changed)
+        record->setBlock(raw, QStreamCacheFilter::RawFilter, info, hash, false);
+    else
+        model->cache()->setHash(item, hash);
+    keep(record->item, raw);
+    return changed;
+}
+
+bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
+{
+    const QByteArray header = readAt(0, QSFF::HeaderSize);
+    if (header.size() < 24) return true;
+    const qint64 room = std::max(qint64(0), (fileSize - QSFF::HeaderSize) / QSFF::V1SpriteHeaderSize);
+    const uint images = uint(std::min(qint64(u32(header, 20)), room));
+    bool allow = true;
+    emit model->progress(0, images, allow);
+    if (!allow) return false;
+
+    for (QSpritePalette* palette : model->paletteItems())
+        if (palette->table()) {
+            const QByteArray key(reinterpret_cast<const char*>(palette->table()), QRGBPal::TableBytes);
+            if (!paletteByColours.contains(key)) paletteByColours.insert(key, palette);
+        }
+    const int characterAt = model->findPalette(0, 1, 1);
+    QSpritePalette* character = characterAt >= 0 ? model->paletteAt(uint(characterAt)) : nullptr;
+    const bool characterRule = model->projectType() == Character;
+    QSpritePalette* previous = nullptr;
+    qint64 position = QSFF::HeaderSize;
+
+    for (uint i = 0; i < images; ++i) {
+        const QByteArray head = readAt(position, QSFF::V1SpriteHeaderSize);
+        if (head.size() < QSFF::V1SpriteHeaderSize) break;
+        const quint32 next = u32(head, 0);
+        const quint32 length = u32(head, 4);
+        const int group = u16(head, 12);
+        const int index = u16(head, 14);
+        const quint16 link = u16(head, 16);
+        const bool samePalette = uchar(head.at(18)) == 1;
+        auto* sprite = new QSprite(model);
+        sprite->setFields(nullptr, group, index, i16(head, 8), i16(head, 10), 0);
+
+        const qint64 dataAt = position + QSFF::V1SpriteHeaderSize;
+        qint64 dataLength = next != 0 ? qint64(next) - dataAt : qint64(length);
+        dataLength = std::clamp(dataLength, qint64(0), std::max(qint64(0), fileSize - dataAt));
+
+        QSFFStoredSprite stored;
+        stored.samePalette = samePalette;
+        stored.length = length;
+        QSpritePalette* palette = nullptr;
+        if (length == 0) {
+            stored.format = QSFF::NoDataFormat;
+            stored.link = link;
+            if (link < loaded.size()) {
+                const QSprite* target = loaded.at(link);
+                sprite->setImageRecord(target->imageRecord());
+                palette = samePalette ? previous : target->palette();
+            } else {
+                linkError(int(i), link, false);
+                palette = samePalette ? previous : nullptr;
+            }
+        } else {
+            stored.format = QSFF::PcxFormat;
+            const QByteArray data = readAt(dataAt, dataLength);
+            QPCXCodec::Header pcx;
+            QImageInfo info;
+            QRGBPal table[QRGBPal::TableSize];
+            bool hasTable = false;
+            if (QPCXCodec::readHeader(data, pcx) && pcx.width <= 0xFFFF && pcx.height <= 0xFFFF) {
+                info.width = quint16(pcx.width);
+                info.height = quint16(pcx.height);
+                info.format = pcx.format;
+                stored.depth = quint8(pcx.depth);
+                hasTable = pcxTable(data, pcx, table);
+            }
+            if (characterRule && isSpecial(group, index)) {
+                if (!character) {
+                    QRGBPal colours[QRGBPal::TableSize];
+                    if (hasTable) {
+                        std::copy(table, table + QRGBPal::TableSize, colours);
+                    } else {
+                        std::memset(static_cast<void*>(colours), 0, sizeof colours);
+                        emit model->charPalette(colours);
+                    }
+                    colours[0].a = 0;
+                    character = model->addPalette(colours, QSpritePaletteShareMode::Share, 1, 1);
+                    const QByteArray key(reinterpret_cast<const char*>(colours), QRGBPal::TableBytes);
+                    if (!paletteByColours.contains(key)) paletteByColours.insert(key, character);
+                }
+                palette = character;
+            } else if (i == 0 || !samePalette) {
+                QRGBPal colours[QRGBPal::TableSize];
+                if (hasTable)
+                    std::copy(table, table + QRGBPal::TableSize, colours);
+                else
+                    std::memset(static_cast<void*>(colours), 0, sizeof colours);
+                colours[0].a = 0;
+                palette = ownPalette(colours, group);
+            } else {
+                palette = previous;
+            }
+
+            QSpriteImageRecord* record = QSpriteImageRecord::create(model->cache());
+            record->setBlock(data, QStreamCacheFilter::PCXFilter, info, 0, true);
+            sprite->setImageRecord(record);
+            if (palette && palette->colorCount() < QSpritePalette::MaxColors &&
+                info.format == QImage::Format_Indexed8)
+                clip(record->item, record, palette->colorCount(), table, hasTable ? QRGBPal::TableSize : 0);
+        }
+        sprite->setPalettePointer(palette);
+        layout.sprites.append(stored);
+        loaded.append(sprite);
+        previous = palette;
+        position = dataAt + dataLength;
+        emit model->progress(i + 1, images, allow);
+        if (!allow) return false;
+    }
+    return true;
+}
+
+// ---- Version 2
+
+bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
+{
+    const QByteArray header = readAt(0, QSFF::HeaderSize);
+    if (header.size() < 68) return true;
+    const qint64 spriteOffset = u32(header, 36);
+    const qint64 paletteOffset = u32(header, 44);
+    const qint64 ldataOffset = u32(header, 52);
+    const qint64 tdataOffset = u32(header, 60);
+    const auto room = [&](qint64 offset, qint64 nodeSize) {
+        return offset >= fileSize ? qint64(0) : (fileSize - offset) / nodeSize;
+    };
+    const uint spriteCount =
+        uint(std::min(qint64(u32(header, 40)), room(spriteOffset, QSFF::SpriteNodeSize)));
+    const uint paletteCount =
+        uint(std::min(qint64(u32(header, 48)), room(paletteOffset, QSFF::PaletteNodeSize)));
+
+    for (uint i = model->paletteCount(); i-- > 0;)
+        delete model->takePalette(i);
+
+    bool allow = true;
+    const uint total = spriteCount + paletteCount;
+    emit model->progress(0, total, allow);
+    if (!allow) return false;
+    const QByteArray paletteNodes = readAt(paletteOffset, qint64(paletteCount) * QSFF::PaletteNodeSize);
+    const QByteArray spriteNodes = readAt(spriteOffset, qint64(spriteCount) * QSFF::SpriteNodeSize);
+
+    uint done = 0;
+    QList<QSpritePalette*> palettes;
+    for (uint k = 0; k < paletteCount; ++k) {
+        const int at = int(k * QSFF::PaletteNodeSize);
+        if (at + QSFF::PaletteNodeSize > paletteNodes.size()) break;
+        const quint16 link = u16(paletteNodes, at + 6);
+        const quint32 length = u32(paletteNodes, at + 12);
+        auto* palette = new QSpritePalette(model);
+        palette->setFields(u16(paletteNodes, at), u16(paletteNodes, at + 2), i16(paletteNodes, at + 4));
+        QSFFStoredPalette stored;
+        stored.length = length;
+        if (length == 0) {
+            stored.link = link;
+            if (link < palettes.size()) palette->setColorTable(palettes.at(link)->colorTable());
+        } else {
+            QSpriteColorTable* table = QSpriteColorTable::create();
+            const QByteArray bytes = readAt(ldataOffset + u32(paletteNodes, at + 8),
+                                            std::min(qint64(length), qint64(QRGBPal::TableBytes)));
+            std::memcpy(static_cast<void*>(table->colors), bytes.constData(), size_t(bytes.size()));
+            if (version == QSFF::Version200)
+                for (int c = 0; c < QRGBPal::TableSize; ++c)
+                    table->colors[c].a = c == 0 ? 0 : 255;
+            palette->setColorTable(table);
+        }
+        model->insertPaletteObject(model->paletteCount(), palette);
+        palettes.append(palette);
+        layout.palettes.append(stored);
+        emit model->progress(++done, total, allow);
+        if (!allow) return false;
+    }
+
+    // Blocks already read, by where they lie: a file that points many sprites at one place costs one
+    // read, and reading stops where the blocks would add up to more than the file holds.
+    QHash<QPair<qint64, qint64>, QByteArray> readBlocks;
+    qint64 budget = fileSize;
+    for (uint i = 0; i < spriteCount; ++i) {
+        const int at = int(i * QSFF::SpriteNodeSize);
+        if (at + QSFF::SpriteNodeSize > spriteNodes.size()) break;
+        const quint16 link = u16(spriteNodes, at + 12);
+        const quint8 format = quint8(spriteNodes.at(at + 14));
+        const quint8 depth = quint8(spriteNodes.at(at + 15));
+        const quint32 offset = u32(spriteNodes, at + 16);
+        const quint32 length = u32(spriteNodes, at + 20);
+        const quint16 paletteIndex = u16(spriteNodes, at + 24);
+        const quint16 flags = u16(spriteNodes, at + 26);
+        auto* sprite = new QSprite(model);
+        QSpritePalette* palette = nullptr;
+        if (depth <= 8) {
+            if (paletteIndex < palettes.size())
+                palette = palettes.at(paletteIndex);
+            else
+                linkError(int(i), paletteIndex, true);
+        }
+        sprite->setFields(palette, u16(spriteNodes, at), u16(spriteNodes, at + 2), i16(spriteNodes, at + 8),
+                          i16(spriteNodes, at + 10), flags);
+        QSFFStoredSprite stored;
+        stored.format = format;
+        stored.depth = depth;
+        stored.palette = paletteIndex;
+        stored.flags = flags;
+        stored.length = length;
+        if (length == 0) {
+            stored.link = link;
+            if (link < loaded.size())
+                sprite->setImageRecord(loaded.at(link)->imageRecord());
+            else
+                linkError(int(i), link, false);
+        } else {
+            // Raw pixels have no decoded size in front of them: the engines read them from the offset.
+            const bool raw = format == QSFF::RawFormat;
+            const qint64 blockAt = qint64(offset) + ((flags & 1) ? tdataOffset : ldataOffset) + (raw ? 0 : 4);
+            const qint64 wanted = raw ? qint64(length) : std::max(qint64(0), qint64(length) - 4);
+            const QPair<qint64, qint64> where(blockAt, wanted);
+            auto known = readBlocks.constFind(where);
+            QByteArray data;
+            if (known != readBlocks.constEnd()) {
+                data = known.value();
+            } else {
+                const qint64 size = std::min(wanted, std::max(qint64(0), fileSize - blockAt));
+                if (size <= budget) {
+                    data = readAt(blockAt, size);
+                    budget -= data.size();
+                }
+                readBlocks.insert(where, data);
+            }
+            QImageInfo info;
+            info.width = u16(spriteNodes, at + 4);
+            info.height = u16(spriteNodes, at + 6);
+            info.format = quint32(QSFF::imageFormatOfDepth(depth));
+            QSpriteImageRecord* record = QSpriteImageRecord::create(model->cache());
+            if (raw) {
+                const QByteArray pixels = rawPixels(data, info);
+                record->setBlock(pixels, QStreamCacheFilter::RawFilter, info, QStreamCache::hash(pixels),
+                                 false);
+                keep(record->item, pixels);
+            } else {
+                record->setBlock(data, QStreamCacheFilter::fromSffFormat(format), info, 0, true);
+            }
+            sprite->setImageRecord(record);
+        }
+        layout.sprites.append(stored);
+        loaded.append(sprite);
+        emit model->progress(++done, total, allow);
+        if (!allow) return false;
+    }
+    return true;
+}
+
+// ---- Sharing
+
+// Gives every set of sprites with equal pixels the record of the first of them. Only records of the
+// same width, height and format are compared: first by their stored bytes, which settles most cases
+// without decoding, then by the hash of their pixels.
+void QSFFReader::shareEqualImages()
+{
+    QStreamCache* cache = model->cache();
+    QList<QSpriteImageRecord*> records;
+    QHash<QSpriteImageRecord*, int> known;
+    for (const QSprite* sprite : model->spriteItems()) {
+        QSpriteImageRecord* record = sprite->imageRecord();
+        if (!record || known.contains(record)) continue;
+        known.insert(record, records.size());
+        records.append(record);
+    }
+    QHash<quint64, QList<int>> buckets;
+    QList<quint64> bucketOrder;
+    for (int r = 0; r < records.size(); ++r) {
+        const QImageInfo& info = records.at(r)->info;
+        const quint64 form = (quint64(info.width) << 48) | (quint64(info.height) << 32) | info.format;
+        auto it = buckets.find(form);
+        if (it == buckets.end()) {
+            bucketOrder.append(form);
+            it = buckets.insert(form, QList<int>());
+        }
+        it->append(r);
+    }
+
+    QHash<QSpriteImageRecord*, QSpriteImageRecord*> replacement;
+    for (const auto& form : std::as_const(bucketOrder)) {
+        const QList<int>& members = buckets.value(form);
+        if (members.size() < 2) continue;
+        QMultiHash<quint64, QSpriteImageRecord*> byStored;
+        QList<QSpriteImageRecord*> distinct;
+        for (int r : members) {
+            QSpriteImageRecord* record = records.at(r);
+            const QByteArray stored = cache->stored(record->item);
+            const quint64 key = QStreamCache::hash(stored) ^ cache->filter(record->item);
+            QSpriteImageRecord* same = nullptr;
+            for (auto it = byStored.constFind(key); it != byStored.constEnd() && it.key() == key; ++it)
+                if (cache->filter(it.value()->item) == cache->filter(record->item) &&
+                    cache->stored(it.value()->item) == stored) {
+                    same = it.value();
+                    break;
+                }
+            if (same) {
+                replacement.insert(record, same);
+                continue;
+            }
+            byStored.insert(key, record);
+            distinct.append(record);
+        }
+        if (distinct.size() < 2) continue;
+        QMultiHash<quint64, QSpriteImageRecord*> byPixels;
+        for (QSpriteImageRecord* record : std::as_const(distinct)) {
+            QByteArray raw = decodedBlocks.value(record->item);
+            quint64 hash = record->item ? record->item->hash : 0;
+            if (hash == 0) {
+                raw = cache->decoded(record->item);
+                hash = QStreamCache::hash(raw);
+                cache->setHash(record->item, hash);
+                if (raw.isEmpty()) continue;
+            }
+            QSpriteImageRecord* same = nullptr;
+            for (auto it = byPixels.constFind(hash); it != byPixels.constEnd() && it.key() == hash; ++it) {
+                if (raw.isEmpty()) raw = cache->decoded(record->item);
+                QByteArray other = decodedBlocks.value(it.value()->item);
+                if (other.isEmpty()) other = cache->decoded(it.value()->item);
+                if (!raw.isEmpty() && raw == other) {
+                    same = it.value();
+                    break;
+                }
+            }
+            if (same) {
+                replacement.insert(record, same);
+                continue;
+            }
+            byPixels.insert(hash, record);
+            if (!raw.isEmpty()) keep(record->item, raw);
+        }
+    }
+    if (replacement.isEmpty()) return;
+    for (QSprite* sprite : model->spriteItems()) {
+        QSpriteImageRecord* target = sprite->imageRecord();
+        for (auto it = replacement.constFind(target); it != replacement.constEnd();
+             it = replacement.constFind(target))
+            target = it.value();
+        sprite->setImageRecord(target);
+    }
+}

@@ -1,0 +1,148 @@
+// "tavrel-cli air list": the real executable listing actions, frames and boxes of AIR files.
+
+#include "TestData.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_CliAir : public QObject
+{
+    Q_OBJECT
+
+    struct Result
+    {
+        int exitCode = -1;
+        QString out;
+        QString err;
+    };
+
+    QTemporaryDir dir;
+    QString sample;
+
+    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
+
+    static Result run(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(toolPath(), arguments);
+        Result result;
+        if (!process.waitForFinished(60000)) return result;
+        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+        result.out = QString::fromUtf8(process.readAllStandardOutput());
+        result.err = QString::fromUtf8(process.readAllStandardError());
+        return result;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
+        sample = dir.filePath(QStringLiteral("sample.air"));
+        QFile file(sample);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("; Stand\n[Begin Action 0]\nClsn2Default: 1\n Clsn2[0] = 10, 0, -10, -80\n"
+                   "0,0, 0,0, 10\nLoopStart\nClsn1: 1\n  Clsn1[0] = 5, -50, 40, -40\n"
+                   "0,1, 2,-3, 5, H, AS200D100, 2,,30\n\n[Begin Action 20]\n20,0, 0,0, -1, , S\n");
+    }
+
+    void listText_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("named action") << "action 0 \"Stand\" (2 frames)";
+        QTest::newRow("default box") << "    Clsn2 default[0] = -10, -80, 10, 0";
+        QTest::newRow("frame with a tail and a mark")
+            << "  frame 1: sprite 0,1 offset 2,-3 time 5 flip H blend add 200/100 scale 2,1 angle 30 [LoopStart]";
+        QTest::newRow("per-frame box") << "    Clsn1[0] = 5, -50, 40, -40";
+        QTest::newRow("second action") << "action 20 (1 frames)";
+        QTest::newRow("subtraction") << "  frame 0: sprite 20,0 offset 0,0 time -1 flip none blend subtract scale 1,1 angle 0";
+    }
+
+    void listText()
+    {
+        QFETCH(QString, line);
+        const Result result = run({QStringLiteral("air"), QStringLiteral("list"), sample});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY2(result.err.isEmpty(), qPrintable(result.err));
+        QVERIFY2(result.out.split(QLatin1Char('\n')).contains(line), qPrintable(result.out));
+    }
+
+    void listJson()
+    {
+        const Result result = run({QStringLiteral("air"), QStringLiteral("list"), sample, QStringLiteral("--json")});
+        QCOMPARE(result.exitCode, 0);
+        const QJsonArray actions = QJsonDocument::fromJson(result.out.toUtf8()).object().value("actions").toArray();
+        QCOMPARE(actions.size(), 2);
+        QCOMPARE(actions.at(0).toObject().value("name").toString(), QStringLiteral("Stand"));
+        const QJsonObject frame = actions.at(0).toObject().value("frames").toArray().at(1).toObject();
+        QCOMPARE(frame.value("flip").toString(), QStringLiteral("H"));
+        QCOMPARE(frame.value("blend").toObject().value("source").toInt(), 200);
+        QCOMPARE(frame.value("blend").toObject().value("destination").toInt(), 100);
+        QCOMPARE(frame.value("scaleX").toDouble(), 2.0);
+        QCOMPARE(frame.value("angle").toDouble(), 30.0);
+        QCOMPARE(frame.value("marks").toArray().at(0).toString(), QStringLiteral("LoopStart"));
+        const QJsonObject box = frame.value("boxes").toArray().at(0).toObject();
+        QCOMPARE(box.value("slot").toString(), QStringLiteral("Clsn1"));
+        QCOMPARE(box.value("default").toBool(), false);
+        QCOMPARE(box.value("index").toInt(), 0);
+        QCOMPARE(box.value("y1").toInt(), -50);
+        const QJsonObject first = actions.at(0).toObject().value("frames").toArray().at(0).toObject();
+        QCOMPARE(first.value("boxes").toArray().at(0).toObject().value("default").toBool(), true);
+        QCOMPARE(first.value("boxes").toArray().at(0).toObject().value("slot").toString(), QStringLiteral("Clsn2"));
+    }
+
+    void usage_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("errContains");
+        QTest::newRow("no action") << QStringList{QStringLiteral("air")} << 2
+                                   << QStringLiteral("usage: tavrel-cli air list FILE [--json]");
+        QTest::newRow("two files") << QStringList{QStringLiteral("air"), QStringLiteral("list"), QStringLiteral("a"),
+                                                  QStringLiteral("b")}
+                                   << 2 << QStringLiteral("usage: tavrel-cli air list");
+        QTest::newRow("missing file") << QStringList{QStringLiteral("air"), QStringLiteral("list"),
+                                                     QStringLiteral("/no/such.air")}
+                                      << 1 << QStringLiteral("tavrel-cli: /no/such.air: no such file");
+    }
+
+    void usage()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QString, errContains);
+        const Result result = run(arguments);
+        QCOMPARE(result.exitCode, exitCode);
+        QVERIFY2(result.err.contains(errContains), qPrintable(result.err));
+    }
+
+    void realFiles()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        const QStringList files = TestData::files({QStringLiteral("*.air")});
+        if (files.isEmpty()) QSKIP("the test data holds no AIR file");
+        static const QRegularExpression header(QStringLiteral("^\\s*\\[\\s*begin\\s+action\\s+-?\\d+\\s*\\]"),
+                                               QRegularExpression::CaseInsensitiveOption |
+                                                   QRegularExpression::MultilineOption);
+        for (const QString& path : files) {
+            const Result result = run({QStringLiteral("air"), QStringLiteral("list"), path, QStringLiteral("--json")});
+            QCOMPARE(result.exitCode, 0);
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QString text = QString::fromLatin1(file.readAll());
+            int headers = 0;
+            for (auto it = header.globalMatch(text); it.hasNext(); it.next())
+                ++headers;
+            const QJsonDocument json = QJsonDocument::fromJson(result.out.toUtf8());
+            QCOMPARE(json.object().value("actions").toArray().size(), headers);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CliAir)
+#include "tst_CliAir.moc"

@@ -1,0 +1,125 @@
+// "tavrel-cli resave": the real executable reading text files into the editor and writing them back.
+
+#include "TestData.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_CliResave : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir dir;
+
+    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
+
+    static int run(const QStringList& arguments, QString* err = nullptr)
+    {
+        QProcess process;
+        process.start(toolPath(), arguments);
+        if (!process.waitForFinished(60000)) return -1;
+        if (err) *err = QString::fromUtf8(process.readAllStandardError());
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    }
+
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        const QString path = dir.filePath(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return QString();
+        file.write(bytes);
+        return path;
+    }
+
+    static QByteArray read(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+    }
+
+private slots:
+    void initTestCase()
+    {
+        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
+    }
+
+    void sameBytes_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
+
+        QTest::newRow("states, mixed line ends")
+            << "kfm.cns" << QByteArray("; KFM \r\n[Statedef 0]\ntype = S\r\n\r\nctrl = 1  ");
+        QTest::newRow("common states with BOM")
+            << "common1.st" << QByteArray("\xEF\xBB\xBF[Statedef 5]\r\n; \xC3\xA9t\xC3\xA9\r\n");
+        QTest::newRow("animations, CR only") << "kfm.air" << QByteArray("[Begin Action 0]\r0,0, 0,0, 5\r");
+        QTest::newRow("commands") << "kfm.cmd" << QByteArray("[Command]\nname = \"a\"\ncommand = a\n");
+        QTest::newRow("definitions, upper-case suffix")
+            << "KFM.DEF" << QByteArray("[Info]\r\nname = \"Kung Fu Man\"\r\n");
+        QTest::newRow("other text") << "readme.txt" << QByteArray("just text\n\n");
+    }
+
+    void sameBytes()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+
+        const QString input = write(name, bytes);
+        const QString output = dir.filePath(QStringLiteral("out-") + name);
+        QString err;
+        QCOMPARE(run({QStringLiteral("resave"), input, output}, &err), 0);
+        QCOMPARE(err, QString());
+        QCOMPARE(read(output), bytes);
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+
+        const QString missing = dir.filePath(QStringLiteral("missing.cns"));
+        const QString binary = write(QStringLiteral("kfm.sff"), QByteArray("ElecbyteSpr\0\0\1\0", 15));
+        const QString text = write(QStringLiteral("ok.cns"), "[Statedef 0]\n");
+        QTest::newRow("no output") << QStringList{"resave", text} << 2 << "expected an input and an output";
+        QTest::newRow("missing input")
+            << QStringList{"resave", missing, dir.filePath("x")} << 1 << missing + ": no such file";
+        QTest::newRow("binary input")
+            << QStringList{"resave", binary, dir.filePath("x")} << 1 << binary + ": is not a text file";
+        const QString unwritable = dir.filePath(QStringLiteral("no/such/folder/out.cns"));
+        QTest::newRow("unwritable output")
+            << QStringList{"resave", text, unwritable} << 1 << unwritable + ": can't be written";
+    }
+
+    void failures()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, message);
+
+        QString err;
+        QCOMPARE(run(arguments, &err), status);
+        QVERIFY2(err.contains(message), qPrintable(err));
+    }
+
+    void realFiles()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        QStringList patterns;
+        for (const char* suffix : {"cns", "st", "air", "cmd", "def"})
+            patterns << QStringLiteral("*.") + QLatin1String(suffix)
+                     << QStringLiteral("*.") + QString::fromLatin1(suffix).toUpper();
+        const QStringList files = TestData::files(patterns);
+        QVERIFY(!files.isEmpty());
+        const QString output = dir.filePath(QStringLiteral("real.out"));
+        for (const QString& path : files) {
+            QCOMPARE(run({QStringLiteral("resave"), path, output}), 0);
+            QVERIFY2(read(output) == read(path), qPrintable(path));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CliResave)
+#include "tst_CliResave.moc"

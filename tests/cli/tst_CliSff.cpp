@@ -1,0 +1,257 @@
+// "tavrel-cli sff": the real executable on a file the test builds and on the real content.
+
+#include "QLZ5Codec.h"
+#include "QRLE8Codec.h"
+#include "TestData.h"
+
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+#include <zlib.h>
+
+namespace {
+
+void put32(QByteArray& bytes, int at, quint32 value)
+{
+    qToLittleEndian<quint32>(value, bytes.data() + at);
+}
+
+void put16(QByteArray& bytes, int at, quint16 value)
+{
+    qToLittleEndian<quint16>(value, bytes.data() + at);
+}
+
+QImage indexed(int width, int height, int seed)
+{
+    QImage image(width, height, QImage::Format_Indexed8);
+    image.setColorCount(256);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.scanLine(y)[x] = uchar((x * 3 + y + seed) % 31);
+    return image;
+}
+
+QByteArray unpadded(const QImage& image)
+{
+    QByteArray bytes;
+    for (int y = 0; y < image.height(); ++y)
+        bytes.append(reinterpret_cast<const char*>(image.constScanLine(y)), image.width());
+    return bytes;
+}
+
+// A version 2.01 file: one 256-colour palette (1, 1), then sprites (1, 0) as RLE8 5 x 3, (1, 1) as LZ5
+// 7 x 2, and (2, 0) linked to sprite 0.
+QByteArray sampleFile()
+{
+    const QByteArray rle = encodeRLE8(indexed(5, 3, 0));
+    const QByteArray lz5 = encodeLZ5(indexed(7, 2, 4));
+    QByteArray colours;
+    for (int i = 0; i < 256; ++i)
+        colours += QByteArray{char(i), char(i / 2), char(255 - i), char(255)};
+    QByteArray ldata = colours;
+    QByteArray nodes(3 * 28, '\0');
+    const auto node = [&](int n, int group, int index, int w, int h, int format, int link,
+                          const QByteArray& block) {
+        const int at = n * 28;
+        put16(nodes, at, quint16(group));
+        put16(nodes, at + 2, quint16(index));
+        put16(nodes, at + 4, quint16(w));
+        put16(nodes, at + 6, quint16(h));
+        put16(nodes, at + 12, quint16(link));
+        nodes[at + 14] = char(format);
+        nodes[at + 15] = 8;
+        put32(nodes, at + 16, quint32(ldata.size()));
+        put32(nodes, at + 20, block.isEmpty() ? 0 : quint32(block.size() + 4));
+        if (!block.isEmpty()) {
+            QByteArray size(4, '\0');
+            put32(size, 0, quint32(w * h));
+            ldata += size + block;
+        }
+    };
+    node(0, 1, 0, 5, 3, 2, 0, rle);
+    node(1, 1, 1, 7, 2, 4, 0, lz5);
+    node(2, 2, 0, 5, 3, 1, 0, QByteArray());
+    QByteArray palette(16, '\0');
+    put16(palette, 0, 1);
+    put16(palette, 2, 1);
+    put16(palette, 4, 256);
+    put32(palette, 12, 1024);
+    QByteArray header(512, '\0');
+    header.replace(0, 12, QByteArray("ElecbyteSpr", 12));
+    put32(header, 12, 0x02000100);
+    put32(header, 36, 528);
+    put32(header, 40, 3);
+    put32(header, 44, 512);
+    put32(header, 48, 1);
+    put32(header, 52, 528 + 84);
+    put32(header, 56, quint32(ldata.size()));
+    put32(header, 60, quint32(528 + 84 + ldata.size()));
+    return header + palette + nodes + ldata;
+}
+
+} // namespace
+
+class tst_CliSff : public QObject
+{
+    Q_OBJECT
+
+    struct Result
+    {
+        int exitCode = -1;
+        QString out;
+        QString err;
+    };
+
+    QTemporaryDir dir;
+    QString sample;
+
+    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
+
+    static Result run(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(toolPath(), arguments);
+        Result result;
+        if (!process.waitForFinished(120000)) return result;
+        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+        result.out = QString::fromUtf8(process.readAllStandardOutput());
+        result.err = QString::fromUtf8(process.readAllStandardError());
+        return result;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
+        sample = dir.filePath(QStringLiteral("sample.sff"));
+        QFile file(sample);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(sampleFile());
+    }
+
+    void info()
+    {
+        const Result text = run({"sff", "info", sample});
+        QCOMPARE(text.exitCode, 0);
+        QVERIFY2(text.out.contains("version: 2.01\nsprites: 3\npalettes: 1\n"), qPrintable(text.out));
+        QVERIFY(text.out.contains("format lz5: 1\nformat rle8: 1\nlinked sprites: 1\n"));
+        const Result json = run({"sff", "info", sample, "--json"});
+        const QJsonObject root = QJsonDocument::fromJson(json.out.toUtf8()).object();
+        QCOMPARE(root.value("sprites").toInt(), 3);
+        QCOMPARE(root.value("formats").toObject().value("rle8").toInt(), 1);
+        QCOMPARE(root.value("linkedSprites").toInt(), 1);
+    }
+
+    void list()
+    {
+        const Result text = run({"sff", "list", sample});
+        QCOMPARE(text.exitCode, 0);
+        const QStringList lines = text.out.split('\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 4);
+        QCOMPARE(lines.at(1), QStringLiteral("0\t1\t0\t0\t0\t5\t3\trle8\t8\t0\tnone\t0"));
+        QCOMPARE(lines.at(3), QStringLiteral("2\t2\t0\t0\t0\t5\t3\tnone\t8\t0\t0\t0"));
+        const QJsonArray rows =
+            QJsonDocument::fromJson(run({"sff", "list", sample, "--json"}).out.toUtf8()).array();
+        QCOMPARE(rows.size(), 3);
+        QCOMPARE(rows.at(1).toObject().value("format").toString(), QStringLiteral("lz5"));
+        QVERIFY(rows.at(0).toObject().value("link").isNull());
+        QCOMPARE(rows.at(2).toObject().value("link").toInt(), 0);
+    }
+
+    void decode()
+    {
+        const Result result = run({"sff", "decode", sample, "--json"});
+        QCOMPARE(result.exitCode, 0);
+        const QJsonObject root = QJsonDocument::fromJson(result.out.toUtf8()).object();
+        const QJsonArray sums = root.value("sprites").toArray();
+        QCOMPARE(sums.size(), 3);
+        const auto crc = [](const QByteArray& bytes) {
+            return QStringLiteral("%1").arg(
+                quint32(crc32(0, reinterpret_cast<const Bytef*>(bytes.constData()), uInt(bytes.size()))), 8,
+                16, QLatin1Char('0'));
+        };
+        QCOMPARE(sums.at(0).toObject().value("crc32").toString(), crc(unpadded(indexed(5, 3, 0))));
+        QCOMPARE(sums.at(1).toObject().value("crc32").toString(), crc(unpadded(indexed(7, 2, 4))));
+        QCOMPARE(sums.at(2).toObject().value("crc32").toString(), crc(unpadded(indexed(5, 3, 0))));
+        QVERIFY(root.contains("milliseconds"));
+    }
+
+    void extract()
+    {
+        const QString out = dir.filePath("extracted");
+        const Result result = run({"sff", "extract", sample, out});
+        QCOMPARE(result.exitCode, 0);
+        const QImage first(out + "/00000_1_0.png");
+        QCOMPARE(first.format(), QImage::Format_Indexed8);
+        QCOMPARE(first.size(), QSize(5, 3));
+        QCOMPARE(first.pixelIndex(2, 1), indexed(5, 3, 0).pixelIndex(2, 1));
+        QCOMPARE(first.color(7), qRgb(7, 3, 248));
+        QVERIFY(QFile::exists(out + "/00002_2_0.png"));
+        QFile act(out + "/palettes/00000_1_1.act");
+        QVERIFY(act.open(QIODevice::ReadOnly));
+        QCOMPARE(act.size(), qint64(768));
+    }
+
+    void convert_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::newRow("1.01") << "1.01";
+        QTest::newRow("2.00") << "2.00";
+        QTest::newRow("2.01") << "2.01";
+    }
+
+    void convert()
+    {
+        QFETCH(QString, version);
+        const QString out = dir.filePath("converted.sff");
+        const Result result = run({"sff", "convert", sample, out, "--version", version});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.out.contains("version " + version));
+        const Result before = run({"sff", "decode", sample});
+        const Result after = run({"sff", "decode", out});
+        QCOMPARE(after.out.section('\n', 0, 2), before.out.section('\n', 0, 2));
+    }
+
+    void errors()
+    {
+        QCOMPARE(run({"sff", "info", dir.filePath("missing.sff")}).exitCode, 1);
+        QCOMPARE(run({"sff", "frobnicate", sample}).exitCode, 2);
+        QCOMPARE(run({"sff", "convert", sample, dir.filePath("x.sff"), "--version", "3.0"}).exitCode, 2);
+        QFile text(dir.filePath("text.sff"));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("not a sprite file");
+        text.close();
+        const Result result = run({"sff", "list", text.fileName()});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY(result.err.contains("not a sprite file"));
+    }
+
+    void realFile()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        const QStringList files = TestData::files({"kfm.sff"});
+        if (files.isEmpty()) QSKIP("no kfm.sff in the test data");
+        const QString path = files.first();
+        const Result info = run({"sff", "info", path, "--json"});
+        QCOMPARE(info.exitCode, 0);
+        const QJsonObject root = QJsonDocument::fromJson(info.out.toUtf8()).object();
+        QVERIFY(root.value("sprites").toInt() > 100);
+        const Result decode = run({"sff", "decode", path});
+        QCOMPARE(decode.exitCode, 0);
+        QVERIFY(decode.out.contains(
+            QStringLiteral("decoded %1 of %1 sprites").arg(root.value("sprites").toInt())));
+        const QString copy = dir.filePath("kfm-copy.sff");
+        QCOMPARE(run({"sff", "convert", path, copy}).exitCode, 0);
+        QCOMPARE(run({"sff", "decode", copy}).out.section('\n', 0, -3), decode.out.section('\n', 0, -3));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_CliSff)
+#include "tst_CliSff.moc"

@@ -120,8 +120,9 @@ void printFrame(QTextStream& out, int index, const QAnimationFrame* frame)
     if (frame->blend == QAnimationFrameBlend::Addition)
         blend += QStringLiteral(" %1/%2").arg(frame->blendTarget.source).arg(frame->blendTarget.destination);
     out << "  frame " << index << ": sprite " << frame->spriteGroup << ',' << frame->spriteIndex << " offset "
-        << frame->offsetX << ',' << frame->offsetY << " time " << frame->time << " flip " << flipText(frame->flip)
-        << " blend " << blend << " scale " << frame->scaleX << ',' << frame->scaleY << " angle " << frame->angle;
+        << frame->offsetX << ',' << frame->offsetY << " time " << frame->time << " flip "
+        << flipText(frame->flip) << " blend " << blend << " scale " << frame->scaleX << ',' << frame->scaleY
+        << " angle " << frame->angle;
     for (const QInterFrameElement* mark : frame->interFrames)
         out << " [" << QInterFrameElement::textOf(mark->markType) << ']';
     out << '\n';
@@ -174,7 +175,8 @@ int QCliAirCommand::run(QCliContext& context)
                                        {QStringLiteral("name"), animation->name()},
                                        {QStringLiteral("frames"), frames}});
         }
-        context.out << QJsonDocument(QJsonObject{{QStringLiteral("file"), file}, {QStringLiteral("actions"), actions}})
+        context.out << QJsonDocument(
+                           QJsonObject{{QStringLiteral("file"), file}, {QStringLiteral("actions"), actions}})
                            .toJson(QJsonDocument::Indented);
     } else {
         for (const QAnimation* animation : std::as_const(model.animations)) {

@@ -18,7 +18,8 @@ bool CLSNReg::match(int index, const QTextToken& token)
 {
     switch (index) {
     case 0:
-        return token.kind == tkIdentifier && token.text.startsWith(QLatin1String("clsn"), Qt::CaseInsensitive);
+        return token.kind == tkIdentifier &&
+               token.text.startsWith(QLatin1String("clsn"), Qt::CaseInsensitive);
     case 1:
         return token.kind == tkLeftBracket;
     case 2:

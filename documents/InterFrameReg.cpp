@@ -24,8 +24,8 @@ bool InterFrameReg::match(int index, const QTextToken& token)
     if (loopStart || index >= 2) return token.kind == tkEndOfLine;
     if (token.kind != tkIdentifier) return false;
     const QString what = token.text.toLower();
-    return what == QLatin1String("blend") || what == QLatin1String("angle") || what == QLatin1String("scale") ||
-           what == QLatin1String("offset");
+    return what == QLatin1String("blend") || what == QLatin1String("angle") ||
+           what == QLatin1String("scale") || what == QLatin1String("offset");
 }
 
 QTextElement* InterFrameReg::create()

@@ -169,7 +169,9 @@ QString QAnimationFrame::text() const
         else if (blendTarget == QBlendTarget{256, 128})
             line += QLatin1String(", A1");
         else
-            line += QStringLiteral(", AS%1D%2").arg(qint16(blendTarget.source)).arg(qint16(blendTarget.destination));
+            line += QStringLiteral(", AS%1D%2")
+                        .arg(qint16(blendTarget.source))
+                        .arg(qint16(blendTarget.destination));
         break;
     case QAnimationFrameBlend::Subtraction:
         line += QLatin1String(", S");
@@ -234,27 +236,32 @@ void QAnimationFrame::setSpriteIndex(int value)
 
 void QAnimationFrame::setOffsetX(int value)
 {
-    setValues(spriteGroup, spriteIndex, value, offsetY, time, flip, blend, blendTarget, scaleX, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, value, offsetY, time, flip, blend, blendTarget, scaleX, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setOffsetY(int value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, value, time, flip, blend, blendTarget, scaleX, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, value, time, flip, blend, blendTarget, scaleX, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setTime(int value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, value, flip, blend, blendTarget, scaleX, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, value, flip, blend, blendTarget, scaleX, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setFlip(int value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, value, blend, blendTarget, scaleX, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, value, blend, blendTarget, scaleX, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setBlend(QAnimationFrameBlend value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, value, blendTarget, scaleX, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, value, blendTarget, scaleX, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setBlendTarget(QBlendTarget value)
@@ -264,17 +271,20 @@ void QAnimationFrame::setBlendTarget(QBlendTarget value)
 
 void QAnimationFrame::setScaleX(double value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, value, scaleY, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, value, scaleY,
+              angle);
 }
 
 void QAnimationFrame::setScaleY(double value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, value, angle);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, value,
+              angle);
 }
 
 void QAnimationFrame::setAngle(double value)
 {
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, scaleY, value);
+    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, scaleY,
+              value);
 }
 
 QInterFrameElement* QAnimationFrame::interFrame(QInterFrameElementType markType) const
@@ -387,7 +397,8 @@ void QAnimationFrame::importClsnText(const QString& text)
     };
     for (QList<QTextToken> tokens = nextLine(); !tokens.isEmpty(); tokens = nextLine()) {
         const QTextToken& word = tokens.first();
-        if (word.kind != tkIdentifier || !word.text.startsWith(QLatin1String("clsn"), Qt::CaseInsensitive)) break;
+        if (word.kind != tkIdentifier || !word.text.startsWith(QLatin1String("clsn"), Qt::CaseInsensitive))
+            break;
         int boxType = 0;
         if (word.text.startsWith(QLatin1String("clsn2"), Qt::CaseInsensitive)) boxType |= 1;
         if (word.text.endsWith(QLatin1String("default"), Qt::CaseInsensitive)) boxType |= 2;
@@ -414,7 +425,8 @@ void QAnimationFrame::importClsnText(const QString& text)
                 if (token.kind != tkInteger || found == 4) break;
                 values[found++] = token.text.toInt();
             }
-            insertBox(QCollisionBoxType(boxType), QRect(QPoint(values[0], values[1]), QPoint(values[2], values[3])));
+            insertBox(QCollisionBoxType(boxType),
+                      QRect(QPoint(values[0], values[1]), QPoint(values[2], values[3])));
         }
     }
     owner->endEdit();

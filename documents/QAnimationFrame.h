@@ -48,8 +48,9 @@ public:
     static QString newFrameText();
 
     // Stores the whole tuple and rewrites the line when any field differs; every setter ends here.
-    void setValues(int group, int index, int x, int y, int ticks, int flipBits, QAnimationFrameBlend blendMode,
-                   QBlendTarget target, double scaleXValue, double scaleYValue, double angleValue);
+    void setValues(int group, int index, int x, int y, int ticks, int flipBits,
+                   QAnimationFrameBlend blendMode, QBlendTarget target, double scaleXValue,
+                   double scaleYValue, double angleValue);
     void setSpriteGroup(int value);
     void setSpriteIndex(int value);
     void setOffsetX(int value);

@@ -26,37 +26,14 @@ QHash<const QElementTextEditor*, QAnimations*>& models()
     return map;
 }
 
-const int handledTypes[] = {etNameComment, etAnimation, etFrame, etCollisionBoxes, etCollisionBox, etInterFrame};
+const int handledTypes[] = {etNameComment,    etAnimation,    etFrame,
+                            etCollisionBoxes, etCollisionBox, etInterFrame};
 
 // The lines that may stand between a frame and its marks and sets: the marks, sets and boxes
 // themselves, and comment lines, which carry an element only when a section follows anyway.
 bool inRun(const QTextElement* element)
 {
     return element->type() & (etCollisionBoxes | etCollisionBox | etInterFrame | etNameComment);
-}
-
-// The frame whose marks and sets include a line at this place: the first frame below, over such
-// lines only.
-QAnimationFrame* runFrameBelow(const QTextElement* element)
-{
-    for (QTextElement* next = element->next; next; next = next->next) {
-        if (!next->valid) continue;
-        if (next->type() == etFrame) return static_cast<QAnimationFrame*>(next);
-        if (!inRun(next)) return nullptr;
-    }
-    return nullptr;
-}
-
-// The set that a box at this place belongs to: the first declaration above, over box lines only.
-QCollisionBoxes* setAbove(const QTextElement* element)
-{
-    for (QTextElement* previous = element->previous; previous; previous = previous->previous) {
-        if (!previous->valid) continue;
-        const int type = previous->type();
-        if (type == etCollisionBoxes) return static_cast<QCollisionBoxes*>(previous);
-        if (type != etCollisionBox && type != etNameComment) return nullptr;
-    }
-    return nullptr;
 }
 
 template <class T>
@@ -86,12 +63,53 @@ struct QAnimations::Settle
     QHash<QCollisionBoxes*, int> rewriteFrom;
     bool rowsChanged = false;
 
+    // The nearest valid neighbours. A pass may hold thousands of elements that are going (a whole
+    // document replaced), so the elements passed over remember where their walk ended.
+    QHash<QTextElement*, QTextElement*> validAfterOf;
+    QHash<QTextElement*, QTextElement*> validBeforeOf;
+
+    QTextElement* validAfter(QTextElement* element)
+    {
+        QTextElement* next = element->next;
+        if (!next || next->valid) return next;
+        QList<QTextElement*> passed;
+        while (next && !next->valid) {
+            const auto known = validAfterOf.constFind(next);
+            if (known != validAfterOf.constEnd()) {
+                next = known.value();
+                break;
+            }
+            passed.append(next);
+            next = next->next;
+        }
+        for (QTextElement* invalid : std::as_const(passed))
+            validAfterOf.insert(invalid, next);
+        return next;
+    }
+    QTextElement* validBefore(QTextElement* element)
+    {
+        QTextElement* previous = element->previous;
+        if (!previous || previous->valid) return previous;
+        QList<QTextElement*> passed;
+        while (previous && !previous->valid) {
+            const auto known = validBeforeOf.constFind(previous);
+            if (known != validBeforeOf.constEnd()) {
+                previous = known.value();
+                break;
+            }
+            passed.append(previous);
+            previous = previous->previous;
+        }
+        for (QTextElement* invalid : std::as_const(passed))
+            validBeforeOf.insert(invalid, previous);
+        return previous;
+    }
+
     QTextElement* sectionAbove(QTextElement* element)
     {
         QList<QTextElement*> walked;
         QTextElement* header = nullptr;
-        for (QTextElement* previous = element->previous; previous; previous = previous->previous) {
-            if (!previous->valid) continue;
+        for (QTextElement* previous = validBefore(element); previous; previous = validBefore(previous)) {
             if (previous->flags() & etSection) {
                 header = previous;
                 break;
@@ -106,6 +124,28 @@ struct QAnimations::Settle
         for (QTextElement* passed : std::as_const(walked))
             sectionOf.insert(passed, header);
         return header;
+    }
+
+    // The frame whose marks and sets include a line at this place: the first frame below, over such
+    // lines only.
+    QAnimationFrame* runFrameBelow(QTextElement* element)
+    {
+        for (QTextElement* next = validAfter(element); next; next = validAfter(next)) {
+            if (next->type() == etFrame) return static_cast<QAnimationFrame*>(next);
+            if (!inRun(next)) return nullptr;
+        }
+        return nullptr;
+    }
+
+    // The set that a box at this place belongs to: the first declaration above, over box lines only.
+    QCollisionBoxes* setAbove(QTextElement* element)
+    {
+        for (QTextElement* previous = validBefore(element); previous; previous = validBefore(previous)) {
+            const int type = previous->type();
+            if (type == etCollisionBoxes) return static_cast<QCollisionBoxes*>(previous);
+            if (type != etCollisionBox && type != etNameComment) return nullptr;
+        }
+        return nullptr;
     }
     void section(QTextElement* header)
     {
@@ -141,10 +181,9 @@ struct QAnimations::Settle
         }
     }
     // The frames of the marks and sets right above a place, which may lose them.
-    void runAbove(const QTextElement* element)
+    void runAbove(QTextElement* element)
     {
-        for (QTextElement* previous = element->previous; previous; previous = previous->previous) {
-            if (!previous->valid) continue;
+        for (QTextElement* previous = validBefore(element); previous; previous = validBefore(previous)) {
             if (!inRun(previous)) break;
             if (previous->type() == etCollisionBoxes) frame(static_cast<QCollisionBoxes*>(previous)->frame);
             if (previous->type() == etInterFrame) frame(static_cast<QInterFrameElement*>(previous)->frame);
@@ -154,8 +193,7 @@ struct QAnimations::Settle
 
 QAnimations::QAnimations(QProjectContext* project, QObject* parent)
     : QAbstractListModel(parent), QProjectFile(pftAnimations, project)
-{
-}
+{}
 
 QAnimations::~QAnimations()
 {
@@ -248,10 +286,10 @@ void QAnimations::update(QElementTextEditor* source, QList<QTextElementChange>& 
             if (type == etAnimation) settle.rowsChanged = true;
             if (type == etCollisionBoxes) {
                 settle.frame(static_cast<QCollisionBoxes*>(element)->frame);
-                settle.frame(runFrameBelow(element));
+                settle.frame(settle.runFrameBelow(element));
             } else if (type == etInterFrame) {
                 settle.frame(static_cast<QInterFrameElement*>(element)->frame);
-                settle.frame(runFrameBelow(element));
+                settle.frame(settle.runFrameBelow(element));
             }
             continue;
         }
@@ -317,9 +355,9 @@ void QAnimations::update(QElementTextEditor* source, QList<QTextElementChange>& 
         } else if (type == etFrame) {
             settle.section(settle.sectionAbove(element));
         }
-        settle.frame(runFrameBelow(element));
+        settle.frame(settle.runFrameBelow(element));
         settle.runAbove(element);
-        settle.set(setAbove(element));
+        settle.set(settle.setAbove(element));
         if (element->valid) {
             if (type == etFrame) settle.frame(static_cast<QAnimationFrame*>(element));
             if (type == etCollisionBoxes) settle.set(static_cast<QCollisionBoxes*>(element));
@@ -348,7 +386,7 @@ void QAnimations::update(QElementTextEditor* source, QList<QTextElementChange>& 
 void QAnimations::animationsAdded(const QList<QAnimation*>& added)
 {
     for (QAnimation* animation : added) {
-        if (!animation->valid || animations.contains(animation)) continue;
+        if (!animation->valid) continue;
         const int number = animation->block.blockNumber();
         int row = int(animations.size());
         if (!animations.isEmpty() && animations.last()->block.blockNumber() > number) {
@@ -365,8 +403,7 @@ void QAnimations::animationsAdded(const QList<QAnimation*>& added)
 
 void QAnimations::rebuildSection(QTextElement* header, Settle& settle)
 {
-    QAnimation* owner =
-        header && header->type() == etAnimation ? static_cast<QAnimation*>(header) : nullptr;
+    QAnimation* owner = header && header->type() == etAnimation ? static_cast<QAnimation*>(header) : nullptr;
     QList<QAnimationFrame*> list;
     for (QTextElement* element = header ? header->next : textEditor->firstElement; element;
          element = element->next) {
@@ -388,7 +425,8 @@ void QAnimations::rebuildSection(QTextElement* header, Settle& settle)
             if (!kept.contains(frame) && frame->parent == owner) frame->parent = nullptr;
     }
     owner->frames = list;
-    if (owner->currentFrameIndex >= uint(list.size())) owner->currentFrameIndex = list.isEmpty() ? 0 : uint(list.size()) - 1;
+    if (owner->currentFrameIndex >= uint(list.size()))
+        owner->currentFrameIndex = list.isEmpty() ? 0 : uint(list.size()) - 1;
 }
 
 void QAnimations::settleFrame(QAnimationFrame* frame, Settle& settle)
@@ -402,8 +440,7 @@ void QAnimations::settleFrame(QAnimationFrame* frame, Settle& settle)
             if (slot == set) slot = nullptr;
         if (old != frame) settle.frame(old);
     };
-    for (QTextElement* element = frame->previous; element; element = element->previous) {
-        if (!element->valid) continue;
+    for (QTextElement* element = settle.validBefore(frame); element; element = settle.validBefore(element)) {
         const int type = element->type();
         if (type == etCollisionBox || type == etNameComment) continue;
         if (type == etCollisionBoxes) {
@@ -421,9 +458,10 @@ void QAnimations::settleFrame(QAnimationFrame* frame, Settle& settle)
         }
         if (type == etInterFrame) {
             auto* mark = static_cast<QInterFrameElement*>(element);
-            const bool taken = std::any_of(marks.cbegin(), marks.cend(), [mark](const QInterFrameElement* other) {
-                return other->markType == mark->markType;
-            });
+            const bool taken =
+                std::any_of(marks.cbegin(), marks.cend(), [mark](const QInterFrameElement* other) {
+                    return other->markType == mark->markType;
+                });
             QAnimationFrame* old = mark->frame;
             if (old && old != frame) {
                 old->interFrames.removeOne(mark);
@@ -451,8 +489,7 @@ void QAnimations::settleFrame(QAnimationFrame* frame, Settle& settle)
 void QAnimations::settleSet(QCollisionBoxes* set, Settle& settle)
 {
     QList<QCollisionBox*> list;
-    for (QTextElement* element = set->next; element; element = element->next) {
-        if (!element->valid) continue;
+    for (QTextElement* element = settle.validAfter(set); element; element = settle.validAfter(element)) {
         const int type = element->type();
         if (type == etNameComment) continue;
         if (type != etCollisionBox) break;
@@ -523,7 +560,8 @@ QAnimation* QAnimations::insert(uint index, int number)
 {
     if (!textEditor) return nullptr;
     if (index >= uint(animations.size())) return add(number);
-    textEditor->insertLineBefore(animations.at(index), QAnimation::headerText(number) + QLatin1Char('\n'), false);
+    textEditor->insertLineBefore(animations.at(index), QAnimation::headerText(number) + QLatin1Char('\n'),
+                                 false);
     return at(index);
 }
 
@@ -565,8 +603,9 @@ void QAnimations::move(int from, uint to)
     beginEdit();
     const QString text = spanText(uint(from));
     animations.at(from)->remove(true);
-    const int position = int(to) < oldCount - 1 && int(to) < count() ? animations.at(to)->startPosition()
-                                                                     : textEditor->document->characterCount() - 1;
+    const int position = int(to) < oldCount - 1 && int(to) < count()
+                             ? animations.at(to)->startPosition()
+                             : textEditor->document->characterCount() - 1;
     insertText(position, text);
     endEdit();
 }
@@ -580,7 +619,7 @@ void QAnimations::duplicate(uint index, uint newNumber)
         text.replace(QStringLiteral("[begin action %1]").arg(animation->number),
                      QAnimation::headerText(int(newNumber)), Qt::CaseInsensitive);
     const int position = index + 1 < uint(animations.size()) ? animations.at(index + 1)->startPosition()
-                                                              : textEditor->document->characterCount() - 1;
+                                                             : textEditor->document->characterCount() - 1;
     insertText(position, text);
 }
 
@@ -679,7 +718,8 @@ bool QAnimations::toFile(const QString& path)
 bool QAnimations::canSave(quint32)
 {
     if (!animations.isEmpty()) return true;
-    QUserDialogs::warning(nullptr, tr("Save AIR"), tr("You can't save an empty AIR because M.U.G.E.N. will not open it."));
+    QUserDialogs::warning(nullptr, tr("Save AIR"),
+                          tr("You can't save an empty AIR because M.U.G.E.N. will not open it."));
     return false;
 }
 

@@ -68,9 +68,10 @@ QCollisionBox* QCollisionBoxes::insert(const QRect& rect)
     QTextElement* above = boxes.isEmpty() ? static_cast<QTextElement*>(this) : boxes.last();
     const QTextBlock anchor = above->block;
     const QRect box = rect;
-    editor->insertLineAfter(above, QCollisionBox::boxText(clsnType, int(boxes.size()), box.left(), box.top(),
-                                                          box.right(), box.bottom()),
-                            true);
+    editor->insertLineAfter(
+        above,
+        QCollisionBox::boxText(clsnType, int(boxes.size()), box.left(), box.top(), box.right(), box.bottom()),
+        true);
     QTextElement* inserted = QElementTextEditor::elementAt(anchor.next());
     return inserted && inserted->type() == etCollisionBox ? static_cast<QCollisionBox*>(inserted) : nullptr;
 }

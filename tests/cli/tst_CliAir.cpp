@@ -56,11 +56,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("line");
         QTest::newRow("named action") << "action 0 \"Stand\" (2 frames)";
         QTest::newRow("default box") << "    Clsn2 default[0] = -10, -80, 10, 0";
-        QTest::newRow("frame with a tail and a mark")
-            << "  frame 1: sprite 0,1 offset 2,-3 time 5 flip H blend add 200/100 scale 2,1 angle 30 [LoopStart]";
+        QTest::newRow("frame with a tail and a mark") << "  frame 1: sprite 0,1 offset 2,-3 time 5 flip H "
+                                                         "blend add 200/100 scale 2,1 angle 30 [LoopStart]";
         QTest::newRow("per-frame box") << "    Clsn1[0] = 5, -50, 40, -40";
         QTest::newRow("second action") << "action 20 (1 frames)";
-        QTest::newRow("subtraction") << "  frame 0: sprite 20,0 offset 0,0 time -1 flip none blend subtract scale 1,1 angle 0";
+        QTest::newRow("subtraction")
+            << "  frame 0: sprite 20,0 offset 0,0 time -1 flip none blend subtract scale 1,1 angle 0";
     }
 
     void listText()
@@ -74,9 +75,11 @@ private Q_SLOTS:
 
     void listJson()
     {
-        const Result result = run({QStringLiteral("air"), QStringLiteral("list"), sample, QStringLiteral("--json")});
+        const Result result =
+            run({QStringLiteral("air"), QStringLiteral("list"), sample, QStringLiteral("--json")});
         QCOMPARE(result.exitCode, 0);
-        const QJsonArray actions = QJsonDocument::fromJson(result.out.toUtf8()).object().value("actions").toArray();
+        const QJsonArray actions =
+            QJsonDocument::fromJson(result.out.toUtf8()).object().value("actions").toArray();
         QCOMPARE(actions.size(), 2);
         QCOMPARE(actions.at(0).toObject().value("name").toString(), QStringLiteral("Stand"));
         const QJsonObject frame = actions.at(0).toObject().value("frames").toArray().at(1).toObject();
@@ -93,7 +96,8 @@ private Q_SLOTS:
         QCOMPARE(box.value("y1").toInt(), -50);
         const QJsonObject first = actions.at(0).toObject().value("frames").toArray().at(0).toObject();
         QCOMPARE(first.value("boxes").toArray().at(0).toObject().value("default").toBool(), true);
-        QCOMPARE(first.value("boxes").toArray().at(0).toObject().value("slot").toString(), QStringLiteral("Clsn2"));
+        QCOMPARE(first.value("boxes").toArray().at(0).toObject().value("slot").toString(),
+                 QStringLiteral("Clsn2"));
     }
 
     void usage_data()
@@ -103,12 +107,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("errContains");
         QTest::newRow("no action") << QStringList{QStringLiteral("air")} << 2
                                    << QStringLiteral("usage: tavrel-cli air list FILE [--json]");
-        QTest::newRow("two files") << QStringList{QStringLiteral("air"), QStringLiteral("list"), QStringLiteral("a"),
-                                                  QStringLiteral("b")}
+        QTest::newRow("two files") << QStringList{QStringLiteral("air"), QStringLiteral("list"),
+                                                  QStringLiteral("a"), QStringLiteral("b")}
                                    << 2 << QStringLiteral("usage: tavrel-cli air list");
-        QTest::newRow("missing file") << QStringList{QStringLiteral("air"), QStringLiteral("list"),
-                                                     QStringLiteral("/no/such.air")}
-                                      << 1 << QStringLiteral("tavrel-cli: /no/such.air: no such file");
+        QTest::newRow("missing file")
+            << QStringList{QStringLiteral("air"), QStringLiteral("list"), QStringLiteral("/no/such.air")} << 1
+            << QStringLiteral("tavrel-cli: /no/such.air: no such file");
     }
 
     void usage()
@@ -130,7 +134,8 @@ private Q_SLOTS:
                                                QRegularExpression::CaseInsensitiveOption |
                                                    QRegularExpression::MultilineOption);
         for (const QString& path : files) {
-            const Result result = run({QStringLiteral("air"), QStringLiteral("list"), path, QStringLiteral("--json")});
+            const Result result =
+                run({QStringLiteral("air"), QStringLiteral("list"), path, QStringLiteral("--json")});
             QCOMPARE(result.exitCode, 0);
             QFile file(path);
             QVERIFY(file.open(QIODevice::ReadOnly));

@@ -71,7 +71,8 @@ inline QString describeBoxes(const QCollisionBoxes* set)
     QStringList boxes;
     for (const QCollisionBox* box : set->boxes)
         boxes << QStringLiteral("%1,%2,%3,%4").arg(box->x1).arg(box->y1).arg(box->x2).arg(box->y2);
-    return QStringLiteral("%1(%2)").arg(QLatin1String(names[int(set->clsnType)]), boxes.join(QLatin1Char(' ')));
+    return QStringLiteral("%1(%2)").arg(QLatin1String(names[int(set->clsnType)]),
+                                        boxes.join(QLatin1Char(' ')));
 }
 
 // "g,i x,y t" and the tail values that differ from their defaults, then marks and sets.
@@ -88,7 +89,8 @@ inline QString describeFrame(const QAnimationFrame* frame)
     if (frame->blend == QAnimationFrameBlend::Addition) {
         text += QStringLiteral(" A");
         if (blendTargetKnown(frame->lineText()))
-            text += QStringLiteral("%1/%2").arg(frame->blendTarget.source).arg(frame->blendTarget.destination);
+            text +=
+                QStringLiteral("%1/%2").arg(frame->blendTarget.source).arg(frame->blendTarget.destination);
     }
     if (frame->scaleX != 1 || frame->scaleY != 1)
         text += QStringLiteral(" s%1x%2").arg(frame->scaleX).arg(frame->scaleY);
@@ -135,7 +137,8 @@ inline QString checkModel(const QAnimations& model)
     if (animationCount != model.animations.size())
         return QStringLiteral("%1 action lines, %2 actions").arg(animationCount).arg(model.animations.size());
     for (const QAnimation* animation : model.animations) {
-        if (!live(animation)) return QStringLiteral("action %1 is not in the document").arg(animation->number);
+        if (!live(animation))
+            return QStringLiteral("action %1 is not in the document").arg(animation->number);
         if (animation->block.blockNumber() <= lastLine) return QStringLiteral("actions out of line order");
         lastLine = animation->block.blockNumber();
         int frameLine = lastLine;

@@ -72,26 +72,48 @@ void tst_Animations::frameLines_data()
     QTest::addColumn<QString>("values");
     QTest::addColumn<QString>("written");
 
-    QTest::newRow("plain") << "1,2, 3,4, 5" << "1,2 3,4 5" << "1,2, 3,4, 5";
-    QTest::newRow("additive with target") << "0,0, 0,0, 5, , AS200D100" << "0,0 0,0 5 A200/100"
+    QTest::newRow("plain") << "1,2, 3,4, 5"
+                           << "1,2 3,4 5"
+                           << "1,2, 3,4, 5";
+    QTest::newRow("additive with target") << "0,0, 0,0, 5, , AS200D100"
+                                          << "0,0 0,0 5 A200/100"
                                           << "0,0, 0,0, 5, , AS200D100";
-    QTest::newRow("every column") << "0,0, 0,0, -1, H, S, 2,3, 45" << "0,0 0,0 -1 f2 S s2x3 r45"
+    QTest::newRow("every column") << "0,0, 0,0, -1, H, S, 2,3, 45"
+                                  << "0,0 0,0 -1 f2 S s2x3 r45"
                                   << "0,0, 0,0, -1, H, S, 2,3, 45";
-    QTest::newRow("both flips in any order") << "1,2, 3,4, 5, vh" << "1,2 3,4 5 f3" << "1,2, 3,4, 5, HV";
-    QTest::newRow("A without blank") << "0,0, 0,0, 2, ,A" << "0,0 0,0 2 A256/256" << "0,0, 0,0, 2, , A";
-    QTest::newRow("A1") << "0,0, 0,0, 2,, a1" << "0,0 0,0 2 A256/128" << "0,0, 0,0, 2, , A1";
-    QTest::newRow("scale written as .5 reads 0.55") << "0,0,0,0,5,,,.5" << "0,0 0,0 5 s0.55x1"
-                                                     << "0,0, 0,0, 5, , , 0.55";
-    QTest::newRow("scale Y alone") << "0,0,0,0,5,,,,2" << "0,0 0,0 5 s1x2" << "0,0, 0,0, 5, , ,,2";
-    QTest::newRow("scale X and angle") << "0,0,0,0,5,,,2,,30" << "0,0 0,0 5 s2x1 r30"
+    QTest::newRow("both flips in any order") << "1,2, 3,4, 5, vh"
+                                             << "1,2 3,4 5 f3"
+                                             << "1,2, 3,4, 5, HV";
+    QTest::newRow("A without blank") << "0,0, 0,0, 2, ,A"
+                                     << "0,0 0,0 2 A256/256"
+                                     << "0,0, 0,0, 2, , A";
+    QTest::newRow("A1") << "0,0, 0,0, 2,, a1"
+                        << "0,0 0,0 2 A256/128"
+                        << "0,0, 0,0, 2, , A1";
+    QTest::newRow("scale written as .5 reads 0.55") << "0,0,0,0,5,,,.5"
+                                                    << "0,0 0,0 5 s0.55x1"
+                                                    << "0,0, 0,0, 5, , , 0.55";
+    QTest::newRow("scale Y alone") << "0,0,0,0,5,,,,2"
+                                   << "0,0 0,0 5 s1x2"
+                                   << "0,0, 0,0, 5, , ,,2";
+    QTest::newRow("scale X and angle") << "0,0,0,0,5,,,2,,30"
+                                       << "0,0 0,0 5 s2x1 r30"
                                        << "0,0, 0,0, 5, , , 2, , 30";
-    QTest::newRow("flip and angle") << "0,0, 0,0, 5, H, , , , 30" << "0,0 0,0 5 f2 r30"
+    QTest::newRow("flip and angle") << "0,0, 0,0, 5, H, , , , 30"
+                                    << "0,0 0,0 5 f2 r30"
                                     << "0,0, 0,0, 5, H, ,, , 30";
-    QTest::newRow("group beyond 16 bits reads 0") << "70000,0, 0,0, 5" << "0,0 0,0 5" << "0,0, 0,0, 5";
-    QTest::newRow("unknown A word keeps the target") << "0,0, 0,0, 5, , AX9" << "0,0 0,0 5 A"
+    QTest::newRow("group beyond 16 bits reads 0") << "70000,0, 0,0, 5"
+                                                  << "0,0 0,0 5"
+                                                  << "0,0, 0,0, 5";
+    QTest::newRow("unknown A word keeps the target") << "0,0, 0,0, 5, , AX9"
+                                                     << "0,0 0,0 5 A"
                                                      << "0,0, 0,0, 5, , A";
-    QTest::newRow("subtraction only") << "0,0, 0,0, 5, , s" << "0,0 0,0 5 S" << "0,0, 0,0, 5, , S";
-    QTest::newRow("comment behind the line") << "-1,0, 0,0, 10 ; hold" << "-1,0 0,0 10" << "-1,0, 0,0, 10";
+    QTest::newRow("subtraction only") << "0,0, 0,0, 5, , s"
+                                      << "0,0 0,0 5 S"
+                                      << "0,0, 0,0, 5, , S";
+    QTest::newRow("comment behind the line") << "-1,0, 0,0, 10 ; hold"
+                                             << "-1,0 0,0 10"
+                                             << "-1,0, 0,0, 10";
 }
 
 void tst_Animations::frameLines()
@@ -114,23 +136,34 @@ void tst_Animations::frameSetters_data()
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("time keeps the blend") << "0,0, 0,0, 5, , AS200D100" << "time" << 9.0
-                                          << "0,0, 0,0, 9, , AS200D100";
-    QTest::newRow("scale Y only") << "0,0, 0,0, 5" << "scaleY" << 2.0 << "0,0, 0,0, 5, , ,,2";
-    QTest::newRow("angle after scale X") << "0,0, 0,0, 5, , , 2" << "angle" << 30.0
-                                         << "0,0, 0,0, 5, , , 2, , 30";
-    QTest::newRow("both flips") << "0,0, 0,0, 5" << "flip" << 3.0 << "0,0, 0,0, 5, HV";
-    QTest::newRow("vertical flip") << "0,0, 0,0, 5" << "flip" << 1.0 << "0,0, 0,0, 5, V";
-    QTest::newRow("subtraction") << "0,0, 0,0, 5" << "blend" << 2.0 << "0,0, 0,0, 5, , S";
-    QTest::newRow("addition") << "0,0, 0,0, 5, H" << "blend" << 1.0 << "0,0, 0,0, 5, H, A";
-    QTest::newRow("target 256/128") << "0,0, 0,0, 5, , A" << "target" << 128.0 << "0,0, 0,0, 5, , A1";
-    QTest::newRow("target 256/64") << "0,0, 0,0, 5, , A" << "target" << 64.0 << "0,0, 0,0, 5, , AS256D64";
-    QTest::newRow("scale back to 1 drops the tail") << "0,0, 0,0, 5, H, , 2" << "scaleX" << 1.0
-                                                    << "0,0, 0,0, 5, H";
-    QTest::newRow("six digits") << "0,0, 0,0, 5" << "scaleX" << 0.1234567 << "0,0, 0,0, 5, , , 0.123457";
-    QTest::newRow("group") << "0,0, 0,0, 5" << "group" << 200.0 << "200,0, 0,0, 5";
-    QTest::newRow("offset") << "0,0, 0,0, 5" << "y" << -12.0 << "0,0, 0,-12, 5";
-    QTest::newRow("same value leaves the line") << "0,0,0,0,5" << "time" << 5.0 << "0,0,0,0,5";
+    QTest::newRow("time keeps the blend") << "0,0, 0,0, 5, , AS200D100"
+                                          << "time" << 9.0 << "0,0, 0,0, 9, , AS200D100";
+    QTest::newRow("scale Y only") << "0,0, 0,0, 5"
+                                  << "scaleY" << 2.0 << "0,0, 0,0, 5, , ,,2";
+    QTest::newRow("angle after scale X") << "0,0, 0,0, 5, , , 2"
+                                         << "angle" << 30.0 << "0,0, 0,0, 5, , , 2, , 30";
+    QTest::newRow("both flips") << "0,0, 0,0, 5"
+                                << "flip" << 3.0 << "0,0, 0,0, 5, HV";
+    QTest::newRow("vertical flip") << "0,0, 0,0, 5"
+                                   << "flip" << 1.0 << "0,0, 0,0, 5, V";
+    QTest::newRow("subtraction") << "0,0, 0,0, 5"
+                                 << "blend" << 2.0 << "0,0, 0,0, 5, , S";
+    QTest::newRow("addition") << "0,0, 0,0, 5, H"
+                              << "blend" << 1.0 << "0,0, 0,0, 5, H, A";
+    QTest::newRow("target 256/128") << "0,0, 0,0, 5, , A"
+                                    << "target" << 128.0 << "0,0, 0,0, 5, , A1";
+    QTest::newRow("target 256/64") << "0,0, 0,0, 5, , A"
+                                   << "target" << 64.0 << "0,0, 0,0, 5, , AS256D64";
+    QTest::newRow("scale back to 1 drops the tail") << "0,0, 0,0, 5, H, , 2"
+                                                    << "scaleX" << 1.0 << "0,0, 0,0, 5, H";
+    QTest::newRow("six digits") << "0,0, 0,0, 5"
+                                << "scaleX" << 0.1234567 << "0,0, 0,0, 5, , , 0.123457";
+    QTest::newRow("group") << "0,0, 0,0, 5"
+                           << "group" << 200.0 << "200,0, 0,0, 5";
+    QTest::newRow("offset") << "0,0, 0,0, 5"
+                            << "y" << -12.0 << "0,0, 0,-12, 5";
+    QTest::newRow("same value leaves the line") << "0,0,0,0,5"
+                                                << "time" << 5.0 << "0,0,0,0,5";
 }
 
 void tst_Animations::frameSetters()
@@ -201,7 +234,8 @@ void tst_Animations::recognisers()
     QFETCH(QString, line);
     QFETCH(int, type);
     QAirDocument document(QStringLiteral("[Begin Action 0]\n") + line + QStringLiteral("\n0,0, 0,0, 1"));
-    const QTextElement* element = QElementTextEditor::elementAt(document.editor.document->findBlockByNumber(1));
+    const QTextElement* element =
+        QElementTextEditor::elementAt(document.editor.document->findBlockByNumber(1));
     QCOMPARE(element ? element->type() : 0, type);
 }
 
@@ -214,7 +248,8 @@ void tst_Animations::structure_data()
         << "[Begin Action 0]\nClsn1: 1\n Clsn1[0] = 1,1,2,2\nClsn1: 1\n Clsn1[0] = 5,5,6,6\n0,0, 0,0, 1"
         << "0: 0,0 0,0 1 C1(5,5,6,6)";
     QTest::newRow("default set, per-frame set and a mark")
-        << "[Begin Action 0]\nClsn2Default: 1\n Clsn2[0] = 0,0,1,1\nClsn1: 1\n Clsn1[0] = 2,2,3,3\nLoopStart\n"
+        << "[Begin Action 0]\nClsn2Default: 1\n Clsn2[0] = 0,0,1,1\nClsn1: 1\n Clsn1[0] = "
+           "2,2,3,3\nLoopStart\n"
            "0,0, 0,0, 1\n0,1, 0,0, 1"
         << "0: 0,0 0,0 1 M0 C1(2,2,3,3) C2D(0,0,1,1); 0,1 0,0 1";
     QTest::newRow("corners are ordered") << "[Begin Action 0]\nClsn2: 1\n  Clsn2[7] = 5, 6, 1, 2\n0,0, 0,0, 1"
@@ -223,14 +258,17 @@ void tst_Animations::structure_data()
         << "[Begin Action 0]\nClsn2: 7\n  Clsn2[4] = 1,1,2,2\n  Clsn2[4] = 3,3,4,4\n0,0, 0,0, 1"
         << "0: 0,0 0,0 1 C2(1,1,2,2 3,3,4,4)";
     QTest::newRow("frames outside actions")
-        << "0,0, 0,0, 1\n[Begin Action 0]\n0,1, 0,0, 1\n[Other]\n0,2, 0,0, 1" << "0: 0,1 0,0 1";
+        << "0,0, 0,0, 1\n[Begin Action 0]\n0,1, 0,0, 1\n[Other]\n0,2, 0,0, 1"
+        << "0: 0,1 0,0 1";
     QTest::newRow("a mark above no frame is nobody's")
-        << "[Begin Action 0]\n0,0,0,0,1\nLoopStart\n\n[Begin Action 1]\n0,0,0,0,2" << "0: 0,0 0,0 1\n1: 0,0 0,0 2";
+        << "[Begin Action 0]\n0,0,0,0,1\nLoopStart\n\n[Begin Action 1]\n0,0,0,0,2"
+        << "0: 0,0 0,0 1\n1: 0,0 0,0 2";
     QTest::newRow("a mark ends the boxes of a set")
         << "[Begin Action 0]\nClsn1: 2\n Clsn1[0] = 1,1,2,2\nLoopStart\n Clsn1[1] = 3,3,4,4\n0,0,0,0,1"
         << "0: 0,0 0,0 1 M0 C1(1,1,2,2)";
     QTest::newRow("empty lines and comments do not part a frame from its sets")
-        << "[Begin Action 0]\nClsn2: 1\n\n Clsn2[0] = 1,1,2,2\n; hit\n\n0,0,0,0,1" << "0: 0,0 0,0 1 C2(1,1,2,2)";
+        << "[Begin Action 0]\nClsn2: 1\n\n Clsn2[0] = 1,1,2,2\n; hit\n\n0,0,0,0,1"
+        << "0: 0,0 0,0 1 C2(1,1,2,2)";
     QTest::newRow("names") << "; Stand\n[Begin Action 0]\n0,0,0,0,1\n\n;Walk\n\n[Begin Action 20]"
                            << "0 [Stand]: 0,0 0,0 1\n20 [Walk]: ";
 }
@@ -255,54 +293,86 @@ void tst_Animations::typing_data()
     QTest::addColumn<QString>("expectedText");
 
     QTest::newRow("joining two box lines loses both, the count follows")
-        << "[Begin Action 0]\nClsn2: 2\n  Clsn2[0] = 1, 1, 2, 2|\n|  Clsn2[1] = 3, 3, 4, 4\n0,0, 0,0, 1" << ""
+        << "[Begin Action 0]\nClsn2: 2\n  Clsn2[0] = 1, 1, 2, 2|\n|  Clsn2[1] = 3, 3, 4, 4\n0,0, 0,0, 1"
+        << ""
         << "0: 0,0 0,0 1 C2()"
         << "[Begin Action 0]\nClsn2: 0\n  Clsn2[0] = 1, 1, 2, 2  Clsn2[1] = 3, 3, 4, 4\n0,0, 0,0, 1";
-    QTest::newRow("joining two frame lines")
-        << "[Begin Action 0]\n0,0, 0,0, 1|\n|0,1, 0,0, 2" << "" << "0: 0,0 0,0 10 s0x0 r2" << "";
+    QTest::newRow("joining two frame lines") << "[Begin Action 0]\n0,0, 0,0, 1|\n|0,1, 0,0, 2"
+                                             << ""
+                                             << "0: 0,0 0,0 10 s0x0 r2"
+                                             << "";
     QTest::newRow("deleting across sections")
         << "[Begin Action 0]\n0,0, 0,0, 1\n|0,1, 0,0, 1\n\n[Begin Action 1]\n1,0, 0,0, 1\n|1,1, 0,0, 1\n\n"
            "[Begin Action 2]\n2,0, 0,0, 1"
-        << "" << "0: 0,0 0,0 1; 1,1 0,0 1\n2: 2,0 0,0 1" << "";
+        << ""
+        << "0: 0,0 0,0 1; 1,1 0,0 1\n2: 2,0 0,0 1"
+        << "";
     QTest::newRow("a comment above a header becomes its name")
-        << "[Begin Action 0]\n0,0, 0,0, 1\n|\n[Begin Action 1]\n1,0,0,0,1" << "; Jump"
-        << "0: 0,0 0,0 1\n1 [Jump]: 1,0 0,0 1" << "";
+        << "[Begin Action 0]\n0,0, 0,0, 1\n|\n[Begin Action 1]\n1,0,0,0,1"
+        << "; Jump"
+        << "0: 0,0 0,0 1\n1 [Jump]: 1,0 0,0 1"
+        << "";
     QTest::newRow("a frame line that stops parsing loses its frame")
-        << "[Begin Action 0]\n0,0, 0,0, 1\n0,1, 0,0|, 1" << "x" << "0: 0,0 0,0 1" << "";
+        << "[Begin Action 0]\n0,0, 0,0, 1\n0,1, 0,0|, 1"
+        << "x"
+        << "0: 0,0 0,0 1"
+        << "";
     QTest::newRow("a frame line that parses again comes back")
-        << "[Begin Action 0]\n0,0, 0,0, 1\n0,1, 0,0|x|, 1" << "" << "0: 0,0 0,0 1; 0,1 0,0 1" << "";
+        << "[Begin Action 0]\n0,0, 0,0, 1\n0,1, 0,0|x|, 1"
+        << ""
+        << "0: 0,0 0,0 1; 0,1 0,0 1"
+        << "";
     QTest::newRow("a lost frame hands its sets to the next frame")
-        << "[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 1, 1, 2, 2\n|0,0, 0,0, 1|\n0,1, 0,0, 1" << ""
-        << "0: 0,1 0,0 1 C2(1,1,2,2)" << "";
+        << "[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 1, 1, 2, 2\n|0,0, 0,0, 1|\n0,1, 0,0, 1"
+        << ""
+        << "0: 0,1 0,0 1 C2(1,1,2,2)"
+        << "";
     QTest::newRow("deleting a box line renumbers the rest")
         << "[Begin Action 0]\nClsn2: 3\n  Clsn2[0] = 1, 1, 2, 2\n|  Clsn2[1] = 3, 3, 4, 4\n|"
            "  Clsn2[2] = 5, 5, 6, 6\n0,0, 0,0, 1"
-        << "" << "0: 0,0 0,0 1 C2(1,1,2,2 5,5,6,6)"
+        << ""
+        << "0: 0,0 0,0 1 C2(1,1,2,2 5,5,6,6)"
         << "[Begin Action 0]\nClsn2: 2\n  Clsn2[0] = 1, 1, 2, 2\n  Clsn2[1] = 5, 5, 6, 6\n0,0, 0,0, 1";
     QTest::newRow("deleting the only box by typing leaves a count of 0")
-        << "[Begin Action 0]\nClsn2: 1\n| Clsn2[0] = 1,1,2,2\n|0,0, 0,0, 1" << "" << "0: 0,0 0,0 1 C2()"
+        << "[Begin Action 0]\nClsn2: 1\n| Clsn2[0] = 1,1,2,2\n|0,0, 0,0, 1"
+        << ""
+        << "0: 0,0 0,0 1 C2()"
         << "[Begin Action 0]\nClsn2: 0\n0,0, 0,0, 1";
     QTest::newRow("a typed box line is numbered and counted")
-        << "[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 1, 1, 2, 2|\n0,0, 0,0, 1" << "\nclsn2[0]=4,4,3,3"
+        << "[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 1, 1, 2, 2|\n0,0, 0,0, 1"
+        << "\nclsn2[0]=4,4,3,3"
         << "0: 0,0 0,0 1 C2(1,1,2,2 3,3,4,4)"
         << "[Begin Action 0]\nClsn2: 2\n  Clsn2[0] = 1, 1, 2, 2\n  Clsn2[1] = 3, 3, 4, 4\n0,0, 0,0, 1";
     QTest::newRow("a header typed between frames takes the frames below it")
         << "[Begin Action 0]\n0,0, 0,0, 1\n|0,1, 0,0, 1\nClsn2: 1\n  Clsn2[0] = 1, 1, 2, 2\n0,2, 0,0, 1"
-        << "[Begin Action 5]\n" << "0: 0,0 0,0 1\n5: 0,1 0,0 1; 0,2 0,0 1 C2(1,1,2,2)" << "";
+        << "[Begin Action 5]\n"
+        << "0: 0,0 0,0 1\n5: 0,1 0,0 1; 0,2 0,0 1 C2(1,1,2,2)"
+        << "";
     QTest::newRow("removing a header hands its frames to the action above")
-        << "[Begin Action 0]\n0,0, 0,0, 1\n|[Begin Action 5]\n|0,1, 0,0, 1" << ""
-        << "0: 0,0 0,0 1; 0,1 0,0 1" << "";
+        << "[Begin Action 0]\n0,0, 0,0, 1\n|[Begin Action 5]\n|0,1, 0,0, 1"
+        << ""
+        << "0: 0,0 0,0 1; 0,1 0,0 1"
+        << "";
     QTest::newRow("an unknown section leaves the frames below it without an action")
-        << "[Begin Action 0]\n0,0, 0,0, 1\n|0,1, 0,0, 1" << "[Other]\n" << "0: 0,0 0,0 1" << "";
+        << "[Begin Action 0]\n0,0, 0,0, 1\n|0,1, 0,0, 1"
+        << "[Other]\n"
+        << "0: 0,0 0,0 1"
+        << "";
     QTest::newRow("Clsn1 changed to Clsn2 moves the set to its slot")
-        << "[Begin Action 0]\nClsn|1|: 1\n  Clsn1[0] = 1, 1, 2, 2\n0,0, 0,0, 1" << "2"
-        << "0: 0,0 0,0 1 C2(1,1,2,2)" << "";
+        << "[Begin Action 0]\nClsn|1|: 1\n  Clsn1[0] = 1, 1, 2, 2\n0,0, 0,0, 1"
+        << "2"
+        << "0: 0,0 0,0 1 C2(1,1,2,2)"
+        << "";
     QTest::newRow("a nearer set typed above a frame takes the slot")
-        << "[Begin Action 0]\nClsn1: 1\n  Clsn1[0] = 1, 1, 2, 2\n|0,0, 0,0, 1" << "Clsn1: 0\n"
-        << "0: 0,0 0,0 1 C1()" << "";
+        << "[Begin Action 0]\nClsn1: 1\n  Clsn1[0] = 1, 1, 2, 2\n|0,0, 0,0, 1"
+        << "Clsn1: 0\n"
+        << "0: 0,0 0,0 1 C1()"
+        << "";
     QTest::newRow("a frame typed between a set and its frame takes the set")
-        << "[Begin Action 0]\nClsn1: 1\n  Clsn1[0] = 1, 1, 2, 2\n|0,0, 0,0, 1" << "0,9, 0,0, 1\n"
-        << "0: 0,9 0,0 1 C1(1,1,2,2); 0,0 0,0 1" << "";
+        << "[Begin Action 0]\nClsn1: 1\n  Clsn1[0] = 1, 1, 2, 2\n|0,0, 0,0, 1"
+        << "0,9, 0,0, 1\n"
+        << "0: 0,9 0,0 1 C1(1,1,2,2); 0,0 0,0 1"
+        << "";
 }
 
 void tst_Animations::typing()
@@ -336,12 +406,12 @@ void tst_Animations::insertBox_data()
     const QString c1 = QStringLiteral("Clsn1: 1\n  Clsn1[0] = 0, 0, 1, 1\n");
     const QString c2 = QStringLiteral("Clsn2: 1\n  Clsn2[0] = 0, 0, 1, 1\n");
     const QString c2d = QStringLiteral("Clsn2Default: 1\n  Clsn2[0] = 0, 0, 1, 1\n");
-    QTest::newRow("first collision box") << "" << int(QCollisionBoxType::Collision)
-                                         << "Clsn2: 1\n  Clsn2[0] = 1, 2, 3, 4\n";
-    QTest::newRow("attack above collision") << c2 << int(QCollisionBoxType::Attack)
-                                            << "Clsn1: 1\n  Clsn1[0] = 1, 2, 3, 4\n" + c2;
-    QTest::newRow("collision below attack") << c1 << int(QCollisionBoxType::Collision)
-                                            << c1 + "Clsn2: 1\n  Clsn2[0] = 1, 2, 3, 4\n";
+    QTest::newRow("first collision box")
+        << "" << int(QCollisionBoxType::Collision) << "Clsn2: 1\n  Clsn2[0] = 1, 2, 3, 4\n";
+    QTest::newRow("attack above collision")
+        << c2 << int(QCollisionBoxType::Attack) << "Clsn1: 1\n  Clsn1[0] = 1, 2, 3, 4\n" + c2;
+    QTest::newRow("collision below attack")
+        << c1 << int(QCollisionBoxType::Collision) << c1 + "Clsn2: 1\n  Clsn2[0] = 1, 2, 3, 4\n";
     QTest::newRow("collision default above attack") << c1 + c2 << int(QCollisionBoxType::CollisionDefault)
                                                     << "Clsn2Default: 1\n  Clsn2[0] = 1, 2, 3, 4\n" + c1 + c2;
     QTest::newRow("attack default above collision default")
@@ -392,7 +462,8 @@ void tst_Animations::boxesThroughTheModel()
                                              "Clsn1: 1\n Clsn1[0] = 5,5,6,6\n0,0, 0,0, 1"));
     // Removing the last box of a set through the model removes its declaration too.
     frame->hitBoxes(QCollisionBoxType::Attack)->boxes.at(0)->remove();
-    QCOMPARE(document.text(), QStringLiteral("[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 7, 8, 9, 9\n0,0, 0,0, 1"));
+    QCOMPARE(document.text(),
+             QStringLiteral("[Begin Action 0]\nClsn2: 1\n  Clsn2[0] = 7, 8, 9, 9\n0,0, 0,0, 1"));
     QVERIFY(!frame->hitBoxes(QCollisionBoxType::Attack));
     QCOMPARE(checkModel(document.model), QString());
     QCOMPARE(compareWithFresh(document), QString());
@@ -455,8 +526,9 @@ void tst_Animations::actionOperations_data()
     QTest::addColumn<QString>("operation");
     QTest::addColumn<QString>("expected");
 
-    const QString text = QStringLiteral("; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n[Begin Action 20]\n"
-                                        "20,0, 0,0, 1\n\n[Begin Action 10]\n10,0, 0,0, 1\n");
+    const QString text =
+        QStringLiteral("; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n[Begin Action 20]\n"
+                       "20,0, 0,0, 1\n\n[Begin Action 10]\n10,0, 0,0, 1\n");
     QTest::newRow("add") << "add" << text + "\n[Begin Action 7]\n";
     QTest::newRow("insert") << "insert"
                             << "; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n[Begin Action 7]\n\n; Walk\n"
@@ -464,8 +536,9 @@ void tst_Animations::actionOperations_data()
     QTest::newRow("remove") << "remove"
                             << "; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n[Begin Action 10]\n10,0, 0,0, 1\n";
     QTest::newRow("move to the front")
-        << "move" << "[Begin Action 10]\n10,0, 0,0, 1\n; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n"
-                     "[Begin Action 20]\n20,0, 0,0, 1\n\n";
+        << "move"
+        << "[Begin Action 10]\n10,0, 0,0, 1\n; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n"
+           "[Begin Action 20]\n20,0, 0,0, 1\n\n";
     QTest::newRow("duplicate") << "duplicate"
                                << "; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n[Begin Action 20]\n"
                                   "20,0, 0,0, 1\n\n; Walk\n[Begin Action 21]\n20,0, 0,0, 1\n\n"
@@ -479,8 +552,9 @@ void tst_Animations::actionOperations()
 {
     QFETCH(QString, operation);
     QFETCH(QString, expected);
-    QAirDocument document(QStringLiteral("; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n"
-                                         "[Begin Action 20]\n20,0, 0,0, 1\n\n[Begin Action 10]\n10,0, 0,0, 1\n"));
+    QAirDocument document(
+        QStringLiteral("; Stand\n[Begin Action 0]\n0,0, 0,0, 1\n\n; Walk\n"
+                       "[Begin Action 20]\n20,0, 0,0, 1\n\n[Begin Action 10]\n10,0, 0,0, 1\n"));
     QAnimations& model = document.model;
     QCOMPARE(model.findByName(0, QStringLiteral("Walk")), 1);
     QCOMPARE(model.findByName(0, QStringLiteral("10")), 2);
@@ -512,8 +586,9 @@ void tst_Animations::copyAndPaste()
     document.model.copy(1);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("[Begin Action 1]\n1,0, 0,0, 1"));
     QVERIFY(document.model.paste(0));
-    QCOMPARE(document.text(), QStringLiteral("\n[Begin Action 1]\n1,0, 0,0, 1\n\n[Begin Action 0]\n0,0, 0,0, 1\n\n"
-                                             "[Begin Action 1]\n1,0, 0,0, 1\n"));
+    QCOMPARE(document.text(),
+             QStringLiteral("\n[Begin Action 1]\n1,0, 0,0, 1\n\n[Begin Action 0]\n0,0, 0,0, 1\n\n"
+                            "[Begin Action 1]\n1,0, 0,0, 1\n"));
     QCOMPARE(describeModel(document.model), QStringLiteral("1: 1,0 0,0 1\n0: 0,0 0,0 1\n1: 1,0 0,0 1"));
     // Text without an action line leaves no action.
     QGuiApplication::clipboard()->setText(QStringLiteral("; nothing"));

@@ -27,13 +27,16 @@ struct Counts
 Counts countRaw(const QString& text)
 {
     const auto options = QRegularExpression::CaseInsensitiveOption;
-    static const QRegularExpression action(QStringLiteral("^\\s*\\[\\s*begin\\s+action\\s+-?\\d+\\s*\\]"), options);
+    static const QRegularExpression action(QStringLiteral("^\\s*\\[\\s*begin\\s+action\\s+-?\\d+\\s*\\]"),
+                                           options);
     static const QRegularExpression section(QStringLiteral("^\\s*\\["));
     static const QRegularExpression frame(
         QStringLiteral("^\\s*-?\\d+\\s*,\\s*-?\\d+\\s*,\\s*-?\\d+\\s*,\\s*-?\\d+\\s*,\\s*-?\\d+(?![\\d.])"));
-    static const QRegularExpression set(QStringLiteral("^\\s*clsn([12])(default)?\\s*:\\s*\\d+\\s*(;.*)?$"), options);
+    static const QRegularExpression set(QStringLiteral("^\\s*clsn([12])(default)?\\s*:\\s*\\d+\\s*(;.*)?$"),
+                                        options);
     static const QRegularExpression box(
-        QStringLiteral("^\\s*clsn\\w*\\s*\\[\\s*-?\\d+\\s*\\]\\s*=(\\s*-?\\d+\\s*,){3}\\s*-?\\d+\\s*(;.*)?$"), options);
+        QStringLiteral("^\\s*clsn\\w*\\s*\\[\\s*-?\\d+\\s*\\]\\s*=(\\s*-?\\d+\\s*,){3}\\s*-?\\d+\\s*(;.*)?$"),
+        options);
     static const QRegularExpression mark(
         QStringLiteral("^\\s*(loopstart|interpolate\\s+(blend|offset|scale|angle))\\s*(;.*)?$"), options);
 
@@ -105,7 +108,9 @@ QString modelAgainstFresh(const QAirDocument& document)
     const QStringList b = theirs.split(QLatin1Char('\n'));
     for (int i = 0; i < qMax(a.size(), b.size()); ++i)
         if (a.value(i) != b.value(i))
-            return QStringLiteral("action row %1: model '%2', fresh reading '%3'").arg(i).arg(a.value(i), b.value(i));
+            return QStringLiteral("action row %1: model '%2', fresh reading '%3'")
+                .arg(i)
+                .arg(a.value(i), b.value(i));
     return QStringLiteral("differs");
 }
 
@@ -191,7 +196,8 @@ void tst_AnimationsData::realFiles()
     const QByteArray bytes = readBytes(path);
     QTextFileFormat format;
     const QByteArray reencoded = format.encode(format.decode(bytes, 0));
-    if (reencoded != bytes) qWarning("%s: the charset does not survive decoding without a code page", qPrintable(path));
+    if (reencoded != bytes)
+        qWarning("%s: the charset does not survive decoding without a code page", qPrintable(path));
     QCOMPARE(readBytes(copy), reencoded == bytes ? bytes : reencoded);
 }
 
@@ -204,8 +210,8 @@ void tst_AnimationsData::randomEdits_data()
     if (files.isEmpty()) QSKIP("the test data holds no AIR file");
     // Each step compares with a fresh reading of the whole text: a few files of different shapes.
     QStringList picked;
-    for (const QString& name : {QStringLiteral("kfm.air"), QStringLiteral("Training.air"), QStringLiteral("gofx.air"),
-                                QStringLiteral("fightfx.air")})
+    for (const QString& name : {QStringLiteral("kfm.air"), QStringLiteral("Training.air"),
+                                QStringLiteral("gofx.air"), QStringLiteral("fightfx.air")})
         for (const QString& file : std::as_const(files))
             if (QFileInfo(file).fileName() == name && !picked.contains(file)) {
                 picked << file;
@@ -228,16 +234,21 @@ void tst_AnimationsData::randomEdits()
     QAnimations& model = document.model;
     QTextDocument* text = document.editor.document;
 
-    const QStringList pieces = {QStringLiteral("1"),      QStringLiteral("-"),      QStringLiteral(","),
-                                QStringLiteral(" "),      QStringLiteral("\n"),     QStringLiteral("H"),
-                                QStringLiteral("A"),      QStringLiteral("S"),      QStringLiteral(";"),
-                                QStringLiteral("Clsn2"),  QStringLiteral("["),      QStringLiteral("x"),
-                                QStringLiteral("\n\n"),   QStringLiteral("5, "),    QStringLiteral(":")};
-    const QStringList lines = {QStringLiteral("0,%1, 0,0, 5"),        QStringLiteral("Clsn2: %1"),
-                               QStringLiteral("  Clsn2[0] = %1, -2, 3, 4"), QStringLiteral("Clsn1Default: 1"),
-                               QStringLiteral("LoopStart"),           QStringLiteral("[Begin Action %1]"),
-                               QStringLiteral("; name %1"),           QString(),
-                               QStringLiteral("[Statedef %1]"),       QStringLiteral("Interpolate Blend"),
+    const QStringList pieces = {QStringLiteral("1"),     QStringLiteral("-"),   QStringLiteral(","),
+                                QStringLiteral(" "),     QStringLiteral("\n"),  QStringLiteral("H"),
+                                QStringLiteral("A"),     QStringLiteral("S"),   QStringLiteral(";"),
+                                QStringLiteral("Clsn2"), QStringLiteral("["),   QStringLiteral("x"),
+                                QStringLiteral("\n\n"),  QStringLiteral("5, "), QStringLiteral(":")};
+    const QStringList lines = {QStringLiteral("0,%1, 0,0, 5"),
+                               QStringLiteral("Clsn2: %1"),
+                               QStringLiteral("  Clsn2[0] = %1, -2, 3, 4"),
+                               QStringLiteral("Clsn1Default: 1"),
+                               QStringLiteral("LoopStart"),
+                               QStringLiteral("[Begin Action %1]"),
+                               QStringLiteral("; name %1"),
+                               QString(),
+                               QStringLiteral("[Statedef %1]"),
+                               QStringLiteral("Interpolate Blend"),
                                QStringLiteral("1,%1, 0,0, 3, H, AS20D30, 2")};
     auto randomLine = [&]() {
         const QString line = lines.at(int(random.bounded(int(lines.size()))));
@@ -246,7 +257,8 @@ void tst_AnimationsData::randomEdits()
     auto randomFrame = [&]() -> QAnimationFrame* {
         if (model.count() == 0) return nullptr;
         QAnimation* animation = model.at(random.bounded(model.count()));
-        return animation->frames.isEmpty() ? nullptr : animation->frameAt(random.bounded(animation->frameCount()));
+        return animation->frames.isEmpty() ? nullptr
+                                           : animation->frameAt(random.bounded(animation->frameCount()));
     };
 
     const int steps = text->blockCount() > 1000 ? 120 : 250;
@@ -264,7 +276,8 @@ void tst_AnimationsData::randomEdits()
             break;
         case 3:
             action = QStringLiteral("delete");
-            cursor.setPosition(qMin(length, cursor.position() + int(random.bounded(80)) + 1), QTextCursor::KeepAnchor);
+            cursor.setPosition(qMin(length, cursor.position() + int(random.bounded(80)) + 1),
+                               QTextCursor::KeepAnchor);
             cursor.removeSelectedText();
             break;
         case 4: {
@@ -292,7 +305,8 @@ void tst_AnimationsData::randomEdits()
                     break;
                 case 2:
                     frame->setBlend(QAnimationFrameBlend(random.bounded(3)));
-                    frame->setBlendTarget(QBlendTarget{ushort(random.bounded(257)), ushort(random.bounded(257))});
+                    frame->setBlendTarget(
+                        QBlendTarget{ushort(random.bounded(257)), ushort(random.bounded(257))});
                     break;
                 case 3:
                     frame->setScaleX(random.bounded(30) / 7.0);

@@ -12,7 +12,8 @@
 #include <QTextBlock>
 
 QCommands::QCommands(QObject* parent)
-    : QParamTextEditor(pftCommands, parent), organizer(new QCommandsOrg(this))
+    : QSyntaxTextEditor(pftCommands, nullptr, false, 0x1010000, true, parent),
+      organizer(new QCommandsOrg(this))
 {
     setTypeEnabled(true, etNameComment);
     setTypeEnabled(true, etCommand);
@@ -54,11 +55,6 @@ QCommand* QCommands::insert(uint index)
 void QCommands::remove(uint index)
 {
     if (QCommand* command = at(index)) command->remove(true);
-}
-
-void QCommands::clear()
-{
-    QParamTextEditor::clear();
 }
 
 void QCommands::move(int from, uint to)
@@ -127,8 +123,7 @@ QString QCommands::discardQuestion() const
 
 void QCommands::emitUpdate(QList<QTextElementChange>& changes)
 {
-    bindChanges(changes);
-    // The list follows the text before anyone hears of the change.
+    QSyntaxTextEditor::emitUpdate(changes);
     for (const QTextElementChange& change : std::as_const(changes)) {
         if (change.element->type() != etCommand) continue;
         auto* command = static_cast<QCommand*>(change.element);
@@ -166,7 +161,6 @@ void QCommands::emitUpdate(QList<QTextElementChange>& changes)
         const QModelIndex index = organizer->index(row);
         emit organizer->dataChanged(index, index);
     }
-    QElementTextEditor::emitUpdate(changes);
 }
 
 void registerCommandElements()

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "QParamTextEditor.h"
+#include "QSyntaxTextEditor.h"
 
 class QCommand;
 class QCommandsOrg;
 
 // The command file (CMD). Each "[Command]" section is a QCommand; the file's other sections stay
 // plain text. The organizer sees the commands through organizer.
-class QCommands : public QParamTextEditor
+class QCommands : public QSyntaxTextEditor
 {
     Q_OBJECT
 public:
@@ -27,7 +27,6 @@ public:
     QCommand* insert(uint index);
     // Removes the command's lines.
     void remove(uint index);
-    void clear() override;
     // Moves the lines of a command before the command at to, or to the end of the text.
     void move(int from, uint to);
     // Copies the lines of a command to the start of the next command (or behind itself); the copy.

@@ -45,7 +45,8 @@ const int paramKinds[] = {pkString, pkVersion, pkIntegers, pkFile};
 
 } // namespace
 
-QDefinitions::QDefinitions(QObject* parent) : QParamTextEditor(pftDefinitions, parent)
+QDefinitions::QDefinitions(QObject* parent)
+    : QSyntaxTextEditor(pftDefinitions, nullptr, false, defaultVersion, true, parent)
 {
     // Storyboards and fonts name their sprite file in [SceneDef] and [Def], so both are read as well.
     for (int section : singletonSections)
@@ -152,20 +153,20 @@ QString QDefinitions::findValue(const QString& section, const QString& key) cons
 
 bool QDefinitions::fromFile(const QString& path, uint codepage, bool copy)
 {
-    if (!QParamTextEditor::fromFile(path, codepage, copy)) return false;
+    if (!QSyntaxTextEditor::fromFile(path, codepage, copy)) return false;
     base = QFileInfo(path).absolutePath();
     return true;
 }
 
 void QDefinitions::clear()
 {
-    QParamTextEditor::clear();
+    QSyntaxTextEditor::clear();
     base.clear();
 }
 
 void QDefinitions::emitUpdate(QList<QTextElementChange>& changes)
 {
-    QParamTextEditor::emitUpdate(changes);
+    QSyntaxTextEditor::emitUpdate(changes);
     for (const QTextElementChange& change : std::as_const(changes))
         if (change.element->flags() & etSection) {
             refreshType();

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "QDefinitionFiles.h"
-#include "QParamTextEditor.h"
 #include "QProjectTypes.h"
+#include "QSyntaxTextEditor.h"
 
 #include <QPoint>
 #include <QTimer>
@@ -12,7 +12,7 @@ class QProjectContext;
 // The definitions file (DEF) by which a project is opened. From its sections it tells what kind of
 // project this is, its name, target M.U.G.E.N. version and coordinate space, and which other files
 // belong to it.
-class QDefinitions : public QParamTextEditor
+class QDefinitions : public QSyntaxTextEditor
 {
     Q_OBJECT
 public:
@@ -42,6 +42,7 @@ public:
     // The value text of a key in the first section of that name, without a trailing comment.
     QString findValue(const QString& section, const QString& key) const;
 
+    // Reads the file and takes its folder as the base directory.
     bool fromFile(const QString& path, uint codepage, bool copy = false) override;
     void clear() override;
 

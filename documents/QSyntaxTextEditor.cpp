@@ -1,19 +1,18 @@
 #include "QSyntaxTextEditor.h"
 
+#include "QParamGroup.h"
+#include "QSingletonParamGroup.h"
 #include "QSyntaxFormats.h"
 #include "QSyntaxHierarchy.h"
 #include "QSyntaxProcessor.h"
 #include "QSyntaxProcessorFactory.h"
 #include "QSyntaxTextEditorData.h"
-#include "QTextElement.h"
 #include "QTextElementType.h"
 #include "QTextEncoding.h"
 #include "QUserDialogs.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSaveFile>
 
 namespace {
 
@@ -33,6 +32,8 @@ QSyntaxTextEditor::QSyntaxTextEditor(QProjectFileType fileType, QProjectContext*
     if (syntaxFormats) document->setDefaultFont((*syntaxFormats)[QSyntaxFormats::Comment].font());
     data->codec = utf8Index();
     setLanguage(SyntaxMugen);
+    // Lines of sections that no model knows stay unbound below their unknown header.
+    setTypeEnabled(true, etUnknownGroup);
     hierarchyTimer.setSingleShot(true);
     hierarchyTimer.setTimerType(Qt::PreciseTimer);
     connect(document, &QTextDocument::contentsChanged, this, &QSyntaxTextEditor::docChanged);
@@ -91,14 +92,12 @@ void QSyntaxTextEditor::setMugenVersion(quint32 version)
 
 bool QSyntaxTextEditor::load(const QString& path, int codec, bool keepIdentity)
 {
-    QFile file(path);
-    if (!file.exists() || !file.open(QIODevice::ReadOnly)) return false;
-    const QByteArray bytes = file.readAll();
-    file.close();
+    QByteArray bytes;
+    if (!QTextFileLines::readFile(path, &bytes)) return false;
 
     int used = 0;
     bool bom = false;
-    const QString decoded = QTextEncoding::decode(bytes, codec, &used, &bom);
+    const QString decoded = QTextFileLines::decode(bytes, codec, &used, &bom);
     source.read(bytes, decoded, used, bom);
     data->codec = used;
     setLanguage(detectLanguage(decoded));
@@ -126,13 +125,8 @@ bool QSyntaxTextEditor::save(const QString& path, bool forceUtf8, bool asCopy)
 {
     const int codec = forceUtf8 ? utf8Index() : data->codec;
     const bool bom = source.hadBom() && codec == data->codec;
-    const QByteArray bytes = source.write(document, codec, bom);
-
     // The old file is replaced only once the new one is completely written.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    if (file.write(bytes) != bytes.size() || !file.commit()) return false;
-
+    if (!QTextFileLines::writeFile(path, source.write(document, codec, bom))) return false;
     if (!asCopy) {
         document->setModified(false);
         setIdentity(path);
@@ -145,6 +139,16 @@ bool QSyntaxTextEditor::save()
     const QString path = filePath();
     if (path.isEmpty() || !QFileInfo(path).isFile()) return false;
     return save(path);
+}
+
+bool QSyntaxTextEditor::fromFile(const QString& path, uint codepage, bool copy)
+{
+    return load(path, int(codepage), copy);
+}
+
+bool QSyntaxTextEditor::toFile(const QString& path, bool copy)
+{
+    return save(path, false, copy);
 }
 
 void QSyntaxTextEditor::clear()
@@ -163,10 +167,13 @@ void QSyntaxTextEditor::clear()
 bool QSyntaxTextEditor::canClose()
 {
     if (!document->isModified() || filePath().isEmpty()) return true;
-    return QUserDialogs::question(
-               nullptr, tr("Discard changes"),
-               tr("Do you really want to discard the changes made in %1?").arg(fileTitle()),
-               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return QUserDialogs::question(nullptr, tr("Discard changes"), discardQuestion(),
+                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+QString QSyntaxTextEditor::discardQuestion() const
+{
+    return tr("Do you really want to discard the changes made in %1?").arg(fileTitle());
 }
 
 QString QSyntaxTextEditor::filePath() const
@@ -272,23 +279,31 @@ void QSyntaxTextEditor::setIdentity(const QString& path)
     if (old != info.absoluteFilePath()) emit pathChanged(old, info.absoluteFilePath());
 }
 
-void QSyntaxTextEditor::emitUpdate(QList<QTextElementChange>& changes)
+void QSyntaxTextEditor::updateGroups(const QList<QTextElementChange>& changes)
 {
-    // The first section of each singleton kind is the one its model reads: when it goes, the next one of
-    // the kind takes its place; a new one is recorded only where none is.
+    // The first section of each fixed kind is the one its model reads: when it goes, the next one of the
+    // kind takes its place; a new one takes the place of those below it.
     for (const QTextElementChange& change : changes) {
         if (change.type != ElementRemoved || change.element->type() != etSingletonGroup) continue;
         const int subType = change.element->subType();
-        auto it = singletons.find(subType);
-        if (it == singletons.end() || it.value() != change.element) continue;
+        const auto entry = groups.find(subType);
+        if (entry == groups.end() || entry.value() != change.element) continue;
         if (QTextElement* next = change.element->nextExact(change.element->flags(), subType))
-            it.value() = next;
+            entry.value() = static_cast<QSingletonParamGroup*>(next);
         else
-            singletons.erase(it);
+            groups.erase(entry);
     }
-    for (const QTextElementChange& change : changes)
-        if (change.type == ElementAdded && change.element->type() == etSingletonGroup &&
-            !singletons.contains(change.element->subType()))
-            singletons.insert(change.element->subType(), change.element);
+    for (const QTextElementChange& change : changes) {
+        QTextElement* group = change.element;
+        if (change.type != ElementAdded || group->type() != etSingletonGroup || !group->valid) continue;
+        if (!group->previousExact(group->flags(), group->subType()))
+            groups[group->subType()] = static_cast<QSingletonParamGroup*>(group);
+    }
+}
+
+void QSyntaxTextEditor::emitUpdate(QList<QTextElementChange>& changes)
+{
+    updateGroups(changes);
+    QParamGroup::bindParams(changes);
     QElementTextEditor::emitUpdate(changes);
 }

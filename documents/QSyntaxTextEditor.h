@@ -8,13 +8,16 @@
 #include <QTextCursor>
 #include <QTimer>
 
+class QSingletonParamGroup;
 class QSyntaxHierarchy;
 class QSyntaxProcessor;
 class QSyntaxTextEditorData;
-class QTextElement;
 
 // A text file of a project: the element document that models bind to, its syntax processor (colours,
 // findings, folding, outline), loading and saving in the file's own encoding, and the file's issues.
+//
+// Before the models hear of an edit, parameters are bound to their sections and the first section of
+// each fixed kind is kept at hand, so that every model built on the text finds them in step.
 //
 // The outline and the issues are rebuilt one second after the last edit, never while typing.
 class QSyntaxTextEditor : public QElementTextEditor, public QProjectFile
@@ -51,8 +54,14 @@ public:
     bool save(const QString& path, bool forceUtf8 = false, bool asCopy = false);
     // Saves to the document's path; false when that file doesn't exist.
     bool save();
+    // The project's way in: load() with codepage as the fallback codec; with copy (a backup being
+    // loaded) the document keeps its own name and path.
+    virtual bool fromFile(const QString& path, uint codepage, bool copy = false);
+    // The project's way out: save() in the document's codec; with copy the document keeps its name,
+    // path and modified flag.
+    virtual bool toFile(const QString& path, bool copy = false);
     // Empties the document and forgets its file and encoding.
-    void clear();
+    virtual void clear();
     // True unless a modified document with a file name is not to be discarded by the user.
     bool canClose();
 
@@ -75,8 +84,9 @@ public:
 
     // The cursor of the scripting interface.
     QTextCursor& scriptCursor() { return m_scriptCursor; }
-    // The first singleton section of a sub type (QTextElementSubType), or null.
-    QTextElement* singletonGroup(int subType) const { return singletons.value(subType); }
+    // The first section of each fixed kind in the text, by sub type (QTextElementSubType).
+    QMap<int, QSingletonParamGroup*> groups;
+    QSingletonParamGroup* singletonGroup(int subType) const { return groups.value(subType); }
 
     // The pause after the last edit before the outline and issues are rebuilt, 1000 ms unless changed.
     int hierarchyDelay() const { return m_hierarchyDelay; }
@@ -100,15 +110,19 @@ public Q_SLOTS:
     void docChanged();
 
 protected:
+    // Binds parameters to sections and keeps the fixed sections at hand, then tells the models.
+    // Models that derive from the editor let this run first and then read the changes.
     void emitUpdate(QList<QTextElementChange>& changes) override;
+    // The question asked before unsaved changes are thrown away.
+    virtual QString discardQuestion() const;
 
 private:
+    void updateGroups(const QList<QTextElementChange>& changes);
     void setIdentity(const QString& path);
     void updateIssues();
 
     QSyntaxProcessor* m_processor = nullptr;
     QSyntaxTextEditorData* data;
-    QMap<int, QTextElement*> singletons;
     QTextCursor m_scriptCursor;
     QTimer hierarchyTimer;
     QTextFileLines source;

@@ -1,11 +1,9 @@
 #include "QTextFileFormat.h"
 
 #include "QTextEncoding.h"
+#include "QTextFileLines.h"
 
-#include <QFile>
-#include <QSaveFile>
 #include <QTextBlock>
-#include <QTextCodec>
 #include <QTextDocument>
 
 namespace {
@@ -42,17 +40,7 @@ QString QTextFileFormat::decode(const QByteArray& bytes, int wantedCodec)
 {
     int index = 0;
     bool mark = false;
-    QString text = QTextEncoding::decode(bytes, wantedCodec, &index, &mark);
-    if (wantedCodec > 0 && index != wantedCodec && QTextEncoding::encode(text, index, mark) != bytes) {
-        QString wanted = QTextEncoding::codec(wantedCodec)->toUnicode(bytes);
-        const bool wantedMark = wanted.startsWith(QChar(0xFEFF));
-        if (wantedMark) wanted.remove(0, 1);
-        if (QTextEncoding::encode(wanted, wantedCodec, wantedMark) == bytes) {
-            text = wanted;
-            index = wantedCodec;
-            mark = wantedMark;
-        }
-    }
+    const QString text = QTextFileLines::decode(bytes, wantedCodec, &index, &mark);
     codec = index;
     bom = mark;
 
@@ -117,19 +105,10 @@ QByteArray QTextFileFormat::encode(const QTextDocument* document) const
 
 bool QTextFileFormat::readFile(const QString& path, QByteArray* bytes)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return false;
-    *bytes = file.readAll();
-    return file.error() == QFileDevice::NoError;
+    return QTextFileLines::readFile(path, bytes);
 }
 
 bool QTextFileFormat::writeFile(const QString& path, const QByteArray& bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return QTextFileLines::writeFile(path, bytes);
 }

@@ -18,9 +18,7 @@ public:
     // the text is still the one loaded.
     QString lineEnd = QStringLiteral("\n");
 
-    // Decodes file bytes (charset detection first, then the wanted codec) and notes the format. When
-    // the detected charset would not give the same bytes back but the wanted codec does, the wanted
-    // one is taken.
+    // Decodes file bytes as QTextFileLines::decode does and notes the format.
     QString decode(const QByteArray& bytes, int wantedCodec);
     // The bytes of a document's text in this format.
     QByteArray encode(const QTextDocument* document) const;

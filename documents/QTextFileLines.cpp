@@ -3,23 +3,39 @@
 #include "QTextEditorBlockData.h"
 #include "QTextEncoding.h"
 
+#include <QFile>
+#include <QSaveFile>
 #include <QTextBlock>
 #include <QTextCodec>
 #include <QTextDocument>
 
 namespace {
 
-// Cuts a text or byte array at CR LF, LF and lone CR; the last piece has no end and may be empty.
+bool isParagraphSeparator(char)
+{
+    return false;
+}
+
+bool isParagraphSeparator(QChar c)
+{
+    return c.unicode() == 0x2029;
+}
+
+// Cuts a text or byte array at CR LF, LF, lone CR and, in text, the paragraph separator; the last
+// piece has no end and may be empty.
 template <typename Text, typename Piece>
 void split(const Text& text, QList<Piece>& pieces, QList<QTextFileLines::LineEnd>& ends)
 {
     const qsizetype size = text.size();
     qsizetype start = 0;
     for (qsizetype i = 0; i < size; ++i) {
+        const bool separator = isParagraphSeparator(text.at(i));
         const char c = char(text.at(i) == '\r' ? '\r' : (text.at(i) == '\n' ? '\n' : 0));
-        if (!c) continue;
+        if (!c && !separator) continue;
         pieces.append(Piece(text.mid(start, i - start)));
-        if (c == '\r' && i + 1 < size && text.at(i + 1) == '\n') {
+        if (separator) {
+            ends.append(QTextFileLines::ParagraphSeparator);
+        } else if (c == '\r' && i + 1 < size && text.at(i + 1) == '\n') {
             ends.append(QTextFileLines::CRLF);
             ++i;
         } else {
@@ -33,23 +49,59 @@ void split(const Text& text, QList<Piece>& pieces, QList<QTextFileLines::LineEnd
 
 } // namespace
 
+QString QTextFileLines::decode(const QByteArray& bytes, int wantedCodec, int* codec, bool* bom)
+{
+    QString text = QTextEncoding::decode(bytes, wantedCodec, codec, bom);
+    if (wantedCodec <= 0 || *codec == wantedCodec || QTextEncoding::encode(text, *codec, *bom) == bytes)
+        return text;
+    // Detection guesses; the codec the file was asked to be read in wins when only it is exact.
+    QString wanted = QTextEncoding::codec(wantedCodec)->toUnicode(bytes);
+    const bool wantedMark = wanted.startsWith(QChar(0xFEFF));
+    if (wantedMark) wanted.remove(0, 1);
+    if (QTextEncoding::encode(wanted, wantedCodec, wantedMark) != bytes) return text;
+    *codec = wantedCodec;
+    *bom = wantedMark;
+    return wanted;
+}
+
+bool QTextFileLines::readFile(const QString& path, QByteArray* bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    *bytes = file.readAll();
+    return file.error() == QFileDevice::NoError;
+}
+
+bool QTextFileLines::writeFile(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
 bool QTextFileLines::isLineSafe(QTextCodec* codec)
 {
     static const QByteArray probe("\r\n\t ;[]=,.-azAZ09");
     return codec && codec->fromUnicode(QString::fromLatin1(probe)) == probe;
 }
 
-QByteArray QTextFileLines::endBytes(LineEnd end)
+QString QTextFileLines::endText(LineEnd end)
 {
     switch (end) {
     case LF:
-        return QByteArrayLiteral("\n");
+        return QStringLiteral("\n");
     case CRLF:
-        return QByteArrayLiteral("\r\n");
+        return QStringLiteral("\r\n");
     case CR:
-        return QByteArrayLiteral("\r");
+        return QStringLiteral("\r");
+    case ParagraphSeparator:
+        return QString(QChar(0x2029));
     default:
-        return QByteArray();
+        return QString();
     }
 }
 
@@ -70,7 +122,7 @@ void QTextFileLines::read(const QByteArray& bytes, const QString& decoded, int c
     bom = hadBom;
     split(decoded, lines, ends);
 
-    int counts[4] = {0, 0, 0, 0};
+    int counts[ParagraphSeparator + 1] = {};
     for (LineEnd end : ends)
         ++counts[end];
     // A file without line ends gets the engine's own, CR LF; ties go the same way.
@@ -112,6 +164,10 @@ QByteArray QTextFileLines::write(const QTextDocument* document, int codec, bool 
     const bool ownBytes = byLine && codec == sourceCodec && !raw.isEmpty();
     QByteArray bytes = withBom ? QTextEncoding::encode(QString(), codec, true) : QByteArray();
     QString whole;
+    QByteArray endBytes[ParagraphSeparator + 1];
+    if (byLine)
+        for (int end = NoEnd; end <= ParagraphSeparator; ++end)
+            endBytes[end] = used->fromUnicode(endText(LineEnd(end)));
 
     const int count = lineCount();
     // The next line of the file that an unedited block is expected to be, for blocks that lost their tie
@@ -132,10 +188,10 @@ QByteArray QTextFileLines::write(const QTextDocument* document, int codec, bool 
         if (block.next().isValid()) end = line >= 0 && ends.at(line) != NoEnd ? ends.at(line) : usual;
         if (byLine) {
             bytes += line >= 0 && ownBytes ? raw.at(line) : used->fromUnicode(text);
-            bytes += endBytes(end);
+            bytes += endBytes[end];
         } else {
             whole += text;
-            whole += QString::fromLatin1(endBytes(end));
+            whole += endText(end);
         }
     }
     if (!byLine) return QTextEncoding::encode(whole, codec, withBom);

@@ -20,7 +20,9 @@ public:
         NoEnd,
         LF,
         CRLF,
-        CR
+        CR,
+        // U+2029, which a document also takes as the end of a line; only Unicode text holds it.
+        ParagraphSeparator
     };
 
     // Takes in a file: its bytes, their decoded text (without a byte order mark), the index of the codec
@@ -42,7 +44,17 @@ public:
     LineEnd lineEnd() const { return usual; }
     bool hadBom() const { return bom; }
 
-    static QByteArray endBytes(LineEnd end);
+    // Decodes file bytes: the detected charset, else the wanted codec, else the locale's. When the
+    // detected charset would not give the same bytes back but the wanted codec does, the wanted one is
+    // taken. codec receives the index of the codec used, bom whether the bytes began with a mark.
+    static QString decode(const QByteArray& bytes, int wantedCodec, int* codec, bool* bom);
+    // Reads a whole file; false when it can't be opened or read.
+    static bool readFile(const QString& path, QByteArray* bytes);
+    // Writes through a QSaveFile: on any failure the file on disk stays as it was.
+    static bool writeFile(const QString& path, const QByteArray& bytes);
+
+    // The characters of a line end.
+    static QString endText(LineEnd end);
     // Whether lines can be cut out of the codec's bytes and encoded one by one: line ends and ASCII are
     // single bytes that never occur inside a character.
     static bool isLineSafe(QTextCodec* codec);

@@ -59,6 +59,19 @@ private slots:
         QTest::newRow("definitions, upper-case suffix")
             << "KFM.DEF" << QByteArray("[Info]\r\nname = \"Kung Fu Man\"\r\n");
         QTest::newRow("other text") << "readme.txt" << QByteArray("just text\n\n");
+        // Read into the models of definitions and commands: sections, keys, duplicates and unknown
+        // sections are recognised and bound, and still nothing of the text changes.
+        QTest::newRow("definitions model, CP-1252, duplicates, unknown section")
+            << "hero.def"
+            << QByteArray("; H\xE9ros\r\n[INFO]\r\nname = \"H\xE9ros\"\r\nname = \"B\"\r\n"
+                          "localcoord = 320, 240, 1\r\n[Files]  ; list\r\nsprite = my chars\\hero.sff ; x\r\n"
+                          "pal13 = a.act\r\n[Info 2]\r\nsprite = y\n\r[Files]\r\ncmd = b.cmd");
+        QTest::newRow("commands model, defaults, states and odd steps")
+            << "hero.cmd"
+            << QByteArray(
+                   "[Defaults]\ncommand.time = 15\n\n;-| Fireball |-\n[Command]\nname = \"QCF_x\"\n"
+                   "command = ~D, DF, F, x\ncommand = ~30a\n[command]\nname=\"b\"\t\ncommand = /F+a ;hold\n"
+                   "[Statedef -1]\n[State -1, x]\ntrigger1 = command = \"QCF_x\"");
     }
 
     void sameBytes()

@@ -11,9 +11,9 @@
 #include "QFileParam.h"
 #include "QGroupParamID.h"
 #include "QIntNParam.h"
-#include "QParamTextEditor.h"
 #include "QSingletonParamGroup.h"
 #include "QStringParam.h"
+#include "QSyntaxTextEditor.h"
 #include "QTextElementSubType.h"
 #include "QTextElementType.h"
 #include "QTextEncoding.h"
@@ -93,7 +93,7 @@ inline QString describeModel(const QElementTextEditor& editor)
 // The binding that the element list calls for, against what the sections hold: the first parameter of
 // each id in a parameter section is live, every other one is unbound, and each fixed section kind maps
 // to its first section.
-inline QString checkParamBinding(const QParamTextEditor& editor)
+inline QString checkParamBinding(const QSyntaxTextEditor& editor)
 {
     QList<QGroupParam*> expected;
     QTextElement* header = nullptr;

@@ -81,6 +81,8 @@ private slots:
     void roundTrip_data();
     void roundTrip();
     void realFilesComeBackByteForByte();
+    void wantedCodec_data();
+    void wantedCodec();
     void editsKeepLineEnds_data();
     void editsKeepLineEnds();
     void newDocumentWritesCrLf();
@@ -216,6 +218,10 @@ void tst_SyntaxTextEditor::roundTrip_data()
     QTest::newRow("Shift-JIS with characters of two codes")
         << encoded(japanese, "Shift_JIS", "\r\n") + "; \x87\x90 \xED\x40\r\n"
         << QString::fromUtf8(japanese) + QStringLiteral("; \u2252 \u7E8A\n");
+    // A document ends a line at U+2029 as well; the file gets the character back, not a line end.
+    QTest::newRow("UTF-8 paragraph separator") << encoded(french, "UTF-8", "\r\n") + "a\xE2\x80\xA9"
+                                                                                     "b\r\nc\n"
+                                               << QString::fromUtf8(french) + QStringLiteral("a\nb\nc\n");
     QTest::newRow("UTF-16LE with BOM")
         << QByteArray("\xFF\xFE") + encoded(chinese, "UTF-16LE", "\r\n") << QString::fromUtf8(chinese);
 }
@@ -262,6 +268,43 @@ void tst_SyntaxTextEditor::realFilesComeBackByteForByte()
     QVERIFY2(differing.isEmpty(), qPrintable(differing.join(QLatin1Char('\n'))));
 }
 
+void tst_SyntaxTextEditor::wantedCodec_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("wanted");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("codec");
+
+    // Too short to be detected: the detector guesses UTF-8 or Hebrew, which would not give the bytes back.
+    QTest::newRow("misdetected EUC-KR") << encoded("[Info]\nname = \"名字\"\n", "EUC-KR", "\n")
+                                        << QByteArray("EUC-KR") << "[Info]\nname = \"名字\"\n"
+                                        << "EUC-KR";
+    QTest::newRow("misdetected EUC-KR, no wish")
+        << encoded("[Info]\nname = \"表示\"\n", "EUC-KR", "\n") << QByteArray() << QString() << QString();
+    // A detection that gives the bytes back stands, whatever was wished for.
+    QTest::newRow("detected CP-1252 over a wish")
+        << encoded(french, "windows-1252", "\n") << QByteArray("Shift_JIS") << QString::fromUtf8(french)
+        << "windows-1252";
+}
+
+void tst_SyntaxTextEditor::wantedCodec()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, wanted);
+    QFETCH(QString, text);
+    QFETCH(QString, codec);
+
+    const QString path = write(QStringLiteral("wanted.def"), bytes);
+    QSyntaxTextEditor editor(pftDefinitions);
+    QVERIFY(editor.fromFile(path, uint(wanted.isEmpty() ? 0 : QTextEncoding::codecIndex(wanted))));
+    if (!text.isEmpty()) QCOMPARE(editor.text(), text);
+    if (!codec.isEmpty()) QCOMPARE(editor.codecName(), codec);
+    const QString out = dir.filePath(QStringLiteral("wanted.out"));
+    QVERIFY(editor.toFile(out, true));
+    QCOMPARE(read(out), bytes);
+    QCOMPARE(editor.filePath(), path);
+}
+
 void tst_SyntaxTextEditor::editsKeepLineEnds_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -295,6 +338,10 @@ void tst_SyntaxTextEditor::editsKeepLineEnds_data()
     QTest::newRow("CP-1252 file, other lines keep their bytes")
         << cp1252 << "replace" << 1 << "[Begin Action 1]"
         << QByteArray(cp1252).replace("[Begin Action 0]", "[Begin Action 1]");
+    const QByteArray separated = encoded(french, "UTF-8", "\n") + "a\xE2\x80\xA9"
+                                                                  "b\r\nc\n";
+    QTest::newRow("paragraph separator, line below it edited")
+        << separated << "replace" << 5 << "C" << QByteArray(separated).replace("c\n", "C\n");
     const QByteArray sjis = encoded(japanese, "Shift_JIS", "\n") + "; \x87\x90 \xED\x40\n";
     QTest::newRow("Shift-JIS file, other lines keep their bytes")
         << sjis << "replace" << 1 << "[Begin Action 1]"

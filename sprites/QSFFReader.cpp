@@ -17,7 +17,13 @@
 
 namespace {
 
-constexpr qint64 KeepLimit = qint64(64) << 20;
+constexpr qint64 KeepLimit = qint64(8) << 20;
+
+// A quick hash of bytes for comparisons within one load; the cache's own hash is computed when needed.
+inline size_t quickHash(const QByteArray& bytes)
+{
+    return qHashBits(bytes.constData(), size_t(bytes.size()), 0);
+}
 
 inline quint32 u32(const QByteArray& data, int at)
 {
@@ -408,9 +414,10 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
         if (!allow) return false;
     }
 
-    // Blocks already read, by where they lie: a file that points many sprites at one place costs one
-    // read, and reading stops where the blocks would add up to more than the file holds.
-    QHash<QPair<qint64, qint64>, QByteArray> readBlocks;
+    // Blocks already read, by where they lie and in which form: a file that points many sprites at one
+    // block gives them one record, and reading stops where the blocks would add up to more than the
+    // file holds.
+    QHash<QPair<qint64, qint64>, QSpriteImageRecord*> readBlocks;
     qint64 budget = fileSize;
     for (uint i = 0; i < spriteCount; ++i) {
         const int at = int(i * QSFF::SpriteNodeSize);
@@ -449,31 +456,31 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
             const bool raw = format == QSFF::RawFormat;
             const qint64 blockAt = qint64(offset) + ((flags & 1) ? tdataOffset : ldataOffset) + (raw ? 0 : 4);
             const qint64 wanted = raw ? qint64(length) : std::max(qint64(0), qint64(length) - 4);
-            const QPair<qint64, qint64> where(blockAt, wanted);
-            auto known = readBlocks.constFind(where);
-            QByteArray data;
-            if (known != readBlocks.constEnd()) {
-                data = known.value();
-            } else {
-                const qint64 size = std::min(wanted, std::max(qint64(0), fileSize - blockAt));
-                if (size <= budget) {
-                    data = readAt(blockAt, size);
-                    budget -= data.size();
-                }
-                readBlocks.insert(where, data);
-            }
             QImageInfo info;
             info.width = u16(spriteNodes, at + 4);
             info.height = u16(spriteNodes, at + 6);
             info.format = quint32(QSFF::imageFormatOfDepth(depth));
-            QSpriteImageRecord* record = QSpriteImageRecord::create(model->cache());
-            if (raw) {
-                const QByteArray pixels = rawPixels(data, info);
-                record->setBlock(pixels, QStreamCacheFilter::RawFilter, info, QStreamCache::hash(pixels),
-                                 false);
-                keep(record->item, pixels);
-            } else {
-                record->setBlock(data, QStreamCacheFilter::fromSffFormat(format), info, 0, true);
+            const uint filter =
+                raw ? uint(QStreamCacheFilter::RawFilter) : QStreamCacheFilter::fromSffFormat(format);
+            const QPair<qint64, qint64> where(blockAt, wanted);
+            QSpriteImageRecord* record = readBlocks.value(where);
+            if (!record || record->info.width != info.width || record->info.height != info.height ||
+                record->info.format != info.format || model->cache()->filter(record->item) != filter) {
+                const qint64 size = std::min(wanted, std::max(qint64(0), fileSize - blockAt));
+                QByteArray data;
+                if (size <= budget) {
+                    data = readAt(blockAt, size);
+                    budget -= data.size();
+                }
+                record = QSpriteImageRecord::create(model->cache());
+                if (raw) {
+                    const QByteArray pixels = rawPixels(data, info);
+                    record->setBlock(pixels, filter, info, QStreamCache::hash(pixels), false);
+                    keep(record->item, pixels);
+                } else {
+                    record->setBlock(data, filter, info, 0, true);
+                }
+                if (!readBlocks.contains(where)) readBlocks.insert(where, record);
             }
             sprite->setImageRecord(record);
         }
@@ -523,7 +530,7 @@ void QSFFReader::shareEqualImages()
         for (int r : members) {
             QSpriteImageRecord* record = records.at(r);
             const QByteArray stored = cache->stored(record->item);
-            const quint64 key = QStreamCache::hash(stored) ^ cache->filter(record->item);
+            const quint64 key = quickHash(stored) ^ cache->filter(record->item);
             QSpriteImageRecord* same = nullptr;
             for (auto it = byStored.constFind(key); it != byStored.constEnd() && it.key() == key; ++it)
                 if (cache->filter(it.value()->item) == cache->filter(record->item) &&
@@ -542,13 +549,9 @@ void QSFFReader::shareEqualImages()
         QMultiHash<quint64, QSpriteImageRecord*> byPixels;
         for (QSpriteImageRecord* record : std::as_const(distinct)) {
             QByteArray raw = decodedBlocks.value(record->item);
-            quint64 hash = record->item ? record->item->hash : 0;
-            if (hash == 0) {
-                raw = cache->decoded(record->item);
-                hash = QStreamCache::hash(raw);
-                cache->setHash(record->item, hash);
-                if (raw.isEmpty()) continue;
-            }
+            if (raw.isEmpty()) raw = cache->decoded(record->item);
+            if (raw.isEmpty()) continue;
+            const quint64 hash = quickHash(raw);
             QSpriteImageRecord* same = nullptr;
             for (auto it = byPixels.constFind(hash); it != byPixels.constEnd() && it.key() == hash; ++it) {
                 if (raw.isEmpty()) raw = cache->decoded(record->item);

@@ -267,7 +267,10 @@ bool QSFFWriter::writeVersion2(QIODevice* device, bool copy)
         put32(paletteNodes, at + 8, quint32(paletteData.size()));
         if (link < 0) {
             put32(paletteNodes, at + 12, quint32(colours * 4));
-            paletteData.append(reinterpret_cast<const char*>(palette->table()), colours * 4);
+            if (palette->table())
+                paletteData.append(reinterpret_cast<const char*>(palette->table()), colours * 4);
+            else
+                paletteData.append(QByteArray(colours * 4, '\0'));
         }
         emit model->progress(++done, total, allow);
         if (!allow) return false;

@@ -46,7 +46,7 @@ QByteArray unpadded(const QImage& image)
     return bytes;
 }
 
-// A version 2.01 file: one 256-colour palette (1, 1), then sprites (1, 0) as RLE8 5 x 3, (1, 1) as LZ5
+// A version 2.01 file: one 256-colour palette (1, 1), then sprites (0, 0) as RLE8 5 x 3, (1, 1) as LZ5
 // 7 x 2, and (2, 0) linked to sprite 0.
 QByteArray sampleFile()
 {
@@ -54,7 +54,8 @@ QByteArray sampleFile()
     const QByteArray lz5 = encodeLZ5(indexed(7, 2, 4));
     QByteArray colours;
     for (int i = 0; i < 256; ++i)
-        colours += QByteArray{char(i), char(i / 2), char(255 - i), char(255)};
+        for (int channel : {i, i / 2, 255 - i, 255})
+            colours += char(channel);
     QByteArray ldata = colours;
     QByteArray nodes(3 * 28, '\0');
     const auto node = [&](int n, int group, int index, int w, int h, int format, int link,
@@ -75,7 +76,7 @@ QByteArray sampleFile()
             ldata += size + block;
         }
     };
-    node(0, 1, 0, 5, 3, 2, 0, rle);
+    node(0, 0, 0, 5, 3, 2, 0, rle);
     node(1, 1, 1, 7, 2, 4, 0, lz5);
     node(2, 2, 0, 5, 3, 1, 0, QByteArray());
     QByteArray palette(16, '\0');
@@ -155,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(text.exitCode, 0);
         const QStringList lines = text.out.split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 4);
-        QCOMPARE(lines.at(1), QStringLiteral("0\t1\t0\t0\t0\t5\t3\trle8\t8\t0\tnone\t0"));
+        QCOMPARE(lines.at(1), QStringLiteral("0\t0\t0\t0\t0\t5\t3\trle8\t8\t0\tnone\t0"));
         QCOMPARE(lines.at(3), QStringLiteral("2\t2\t0\t0\t0\t5\t3\tnone\t8\t0\t0\t0"));
         const QJsonArray rows =
             QJsonDocument::fromJson(run({"sff", "list", sample, "--json"}).out.toUtf8()).array();
@@ -188,7 +189,7 @@ private Q_SLOTS:
         const QString out = dir.filePath("extracted");
         const Result result = run({"sff", "extract", sample, out});
         QCOMPARE(result.exitCode, 0);
-        const QImage first(out + "/00000_1_0.png");
+        const QImage first(out + "/00000_0_0.png");
         QCOMPARE(first.format(), QImage::Format_Indexed8);
         QCOMPARE(first.size(), QSize(5, 3));
         QCOMPARE(first.pixelIndex(2, 1), indexed(5, 3, 0).pixelIndex(2, 1));

@@ -166,7 +166,7 @@ inline QByteArray v2(quint32 version, const QList<V2Palette>& palettes, const QL
         put16(node, 24, quint16(sprite.palette));
         put16(node, 26, quint16(sprite.flags));
         if (!sprite.block.isEmpty()) {
-            if (!sprite.rawBlock) data += le32(quint32(sprite.width * sprite.height));
+            if (!sprite.rawBlock) data += le32(quint32(sprite.width) * quint32(sprite.height));
             data += sprite.block;
         }
         spriteNodes += node;

@@ -114,7 +114,8 @@ void tst_SffFiles::version1_dataLength()
     const bool lastIsSecond = next == Auto || next == 0;
     const QString path = write(v1(lastIsSecond ? QList<V1Sprite>{first, second} : QList<V1Sprite>{first}));
     QDialogRecorder recorder;
-    QSprites sprites(new TestProject(Stage));
+    TestProject spritesProject(Stage);
+    QSprites sprites(&spritesProject);
     QVERIFY(sprites.fromFile(path));
     QVERIFY(recorder.calls.isEmpty());
     QCOMPARE(sprites.count(), lastIsSecond ? 2u : 1u);
@@ -136,7 +137,8 @@ void tst_SffFiles::version1_links()
     const V1Sprite after{pcx(indexedImage(4, 4, 16, 9)), 1, 3};
     const QString path = write(v1({{pcx(image), 1, 0}, linked, broken, after}));
     QDialogRecorder recorder;
-    QSprites sprites(new TestProject(Stage));
+    TestProject spritesProject(Stage);
+    QSprites sprites(&spritesProject);
     QVERIFY(sprites.fromFile(path));
     QCOMPARE(boxTexts(recorder),
              QStringList{QStringLiteral("Sprite loading error | %1(2): Sprite incorrectly "
@@ -177,7 +179,8 @@ void tst_SffFiles::version1_characterPalette()
     same.samePalette = true;
     const QString path =
         write(v1({{pcx(a), 9000, 0}, same, {pcx(b), 5, 1}, {pcx(b), 6, 0}, {pcx(a), 7, 0}, {pcx(b), 0, 0}}));
-    QSprites sprites(new TestProject(QProjectType(kind)));
+    TestProject spritesProject{QProjectType(kind)};
+    QSprites sprites(&spritesProject);
     QVector<uint> loadedFirst(256, qRgb(1, 2, 3));
     if (paletteFirst) sprites.addPalette(loadedFirst, QSpritePaletteShareMode::Share, 1, 1);
     QDialogRecorder recorder;
@@ -246,7 +249,8 @@ void tst_SffFiles::version1_clipsToSmallPalette()
     image.setColorTable(table);
     const QImage untouched = indexedImage(10, 4, 30);
     const QString path = write(v1({{pcx(image), 3, 0}, {pcx(untouched), 3, 1}}));
-    QSprites sprites(new TestProject(Stage));
+    TestProject spritesProject(Stage);
+    QSprites sprites(&spritesProject);
     QVERIFY(sprites.fromFile(path));
     QCOMPARE(sprites.at(0)->palette()->colorCount(), 32);
     QCOMPARE(sprites.cache()->filter(sprites.at(0)->imageRecord()->item),
@@ -320,8 +324,9 @@ void tst_SffFiles::version2_spriteLinks_data()
     const QString paletteBox =
         QStringLiteral("Sprite loading error | FILE(1): Sprite incorrectly linked to the "
                        "palette index %1");
-    const QString spriteBox = QStringLiteral("Sprite loading error | FILE(1): Sprite incorrectly linked to the "
-                                             "index %1");
+    const QString spriteBox =
+        QStringLiteral("Sprite loading error | FILE(1): Sprite incorrectly linked to the "
+                       "index %1");
     QTest::newRow("good links") << 8 << 0 << 0 << QStringList();
     QTest::newRow("palette index too high") << 8 << 4 << 0 << QStringList{paletteBox.arg(4)};
     QTest::newRow("sprite link too high") << 8 << 0 << 1 << QStringList{spriteBox.arg(1)};
@@ -508,13 +513,15 @@ void tst_SffFiles::writer_formats()
         table[i] = qRgb(1, 1, 1);
     image.setColorTable(table);
     const QString path = write(v1({{pcx(image), 0, 0}}));
-    QSprites sprites(new TestProject(Stage));
+    TestProject spritesProject(Stage);
+    QSprites sprites(&spritesProject);
     QVERIFY(sprites.fromFile(path));
     const QString saved = dir.filePath(QStringLiteral("formats.sff"));
     QEncodeCounters::reset();
     QVERIFY(sprites.toFile(saved, version));
     QCOMPARE(QEncodeCounters::total(), quint64(1));
-    QSprites reread(new TestProject(Stage));
+    TestProject rereadProject(Stage);
+    QSprites reread(&rereadProject);
     QVERIFY(reread.fromFile(saved));
     QCOMPARE(int(reread.storedLayout().sprites.at(0).format), format);
     QCOMPARE(int(reread.storedLayout().sprites.at(0).depth), depth);

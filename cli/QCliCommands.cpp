@@ -2,6 +2,7 @@
 #include "QCliApplication.h"
 #include "QCliConfigCommand.h"
 #include "QCliDefCommand.h"
+#include "QCliLintCommand.h"
 #include "QCliPalCommand.h"
 #include "QCliResaveCommand.h"
 #include "QCliSffCommand.h"
@@ -14,4 +15,5 @@ void registerCliCommands(QCliApplication& application)
     application.add(std::make_unique<QCliSffCommand>());
     application.add(std::make_unique<QCliResaveCommand>());
     application.add(std::make_unique<QCliDefCommand>());
+    application.add(std::make_unique<QCliLintCommand>());
 }

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "QMugenBlockState.h"
+#include "QMugenToken.h"
+#include "QNullSyntaxHierarchy.h"
+#include "QSyntaxProcessor.h"
+
+#include <QMap>
+#include <QString>
+
+class QMugenSyntaxProperties;
+struct QMugenController;
+struct QMugenParamInfo;
+
+// The checker and colourer of all M.U.G.E.N. text: DEF, AIR, CMD, CNS, ST, stage, storyboard, system,
+// fight FX and font definitions. One parser knows the sections of all those files; what a line means
+// follows only from the section it stands in, which the block state carries from line to line. The
+// words of controllers, parameters and triggers come from the vocabulary; the section names, the AIR,
+// CMD and StateDef grammars and the expression grammar are built in.
+//
+// Each block is parsed on its own, in place over its characters: a header or type line writes the
+// block state, every other line inherits it, so Qt stops re-highlighting as soon as a block ends in the
+// state it had before.
+class QMugenSyntaxProcessor : public QSyntaxProcessor
+{
+    Q_OBJECT
+public:
+    QMugenSyntaxProcessor(QTextDocument* document, QMugenSyntaxProperties* properties, bool checking = true);
+    ~QMugenSyntaxProcessor() override;
+
+    QSyntaxHierarchy* hierarchy() override { return &m_hierarchy; }
+
+protected:
+    void highlightBlock(const QString& text) override;
+    void refreshVersion() override;
+
+private:
+    // Lexer.
+    void next();
+    QStringView tokenText() const { return QStringView(m_buffer, m_bufferLength); }
+    const QString& lowerTokenText();
+    bool tokenIs(const char* word) const;
+    void appendText(QChar c);
+    void skipToEnd();
+
+    // Reporting.
+    void error(int start, int end, const QString& text);
+    void errorAtToken(const QString& text);
+    void warning(int start, int end, const QString& text);
+    void notice(int start, int end, const QString& text);
+    bool expect(int kind, int slot = -1);
+    void setSlot(int start, int length, int slot);
+    void underlineMessages();
+
+    // Lines.
+    void sectionHeader(int previousState);
+    void typeLine(int previousState);
+    void sectionLine(int previousState);
+    bool namedLine(bool known, const QString& unknownText);
+    void remapLine();
+    void defaultsLine();
+    void commandLine();
+    void stateDefLine();
+    void quotesLine();
+    void actionLine();
+    void infoLine();
+    void keymapLine();
+    void triggerLine();
+    void bgControlLine(int state);
+    void controllerLine(const QMugenController* controller);
+    void parameter(const QMap<QString, QMugenParamInfo>& group, const QString& label);
+    const QMugenParamInfo* matchName(const QMap<QString, QMugenParamInfo>& map, const QString& lowerName,
+                                     int* spanEnd);
+    void readValue(const QMugenParamInfo& info);
+    void commandKeys();
+    bool commandElement();
+
+    // Values.
+    bool readInt();
+    bool readNumber();
+    bool readExpression();
+    void shortfall(int count);
+    void identifierValue(const QMugenParamInfo& info);
+    bool matchesValue(const QString& pattern, const QString& value) const;
+
+    // Expressions.
+    void expression();
+    void logical();
+    void bitwise();
+    void equality();
+    void relation();
+    void sum();
+    void product();
+    void unary();
+    void trigger();
+    void triggerValue(const QMugenParamInfo& info);
+    void triggerConstant(const QString& lowerName);
+    void comparison();
+    void signedInt();
+
+    // Folding.
+    void computeFoldLevel(QTextEditorBlockData* data, const QString& text, bool isHeader);
+
+    QMugenSyntaxProperties* m_vocabulary;
+    QNullSyntaxHierarchy m_hierarchy;
+
+    // Scan state of the block in hand.
+    const QChar* m_text = nullptr;
+    int m_length = 0;
+    int m_pos = 0;
+    int m_endColumn = 0;
+    int m_lastEnd = 0;
+    bool m_atEnd = false;
+    bool m_expressionMode = false;
+    bool m_letterRun = true;
+    QMugenToken m_token;
+    QChar m_buffer[513];
+    int m_bufferLength = 0;
+    QString m_lower;
+
+    int m_state = 0;
+    int m_messageMark = 0;
+    int m_valueStart = 0;
+};

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QObject>
+#include <QRect>
 
 class QSprites;
 class QSpritePalette;
@@ -58,6 +59,21 @@ public:
     bool setImage(const QImage& image, QSpriteShareMode shareMode = QSpriteShareMode::Share,
                   bool invert = false, QSpritePaletteMode paletteMode = QSpritePaletteMode::Ignore,
                   QSubItem item = QSubItem());
+
+    // The bounds of what an image holds: the pixels other than 0 for an indexed image, the pixels that
+    // differ from the top left one for RGB32 and ARGB32. Invalid for an image that holds nothing, a
+    // null image or another format.
+    static QRect contentBox(const QImage& image);
+    // The box crop() would cut the image to; invalid when there is nothing to crop. pixels receives
+    // the decoded image.
+    QRect cropBox(QImage* pixels = nullptr) const;
+    // Cuts the pixels to box inside the shared record, and moves the axis of every sprite sharing it
+    // so that the image stays in place.
+    bool cropTo(const QImage& pixels, const QRect& box);
+    bool crop();
+    // Splits the image into its red, green and blue channels: this sprite keeps the red, two new
+    // sprites after it get the green and the blue, each with a palette of that channel's ramp.
+    bool splitRGB();
 
     // Plain access for the model, its undo commands and the file code: these record nothing and
     // report nothing.

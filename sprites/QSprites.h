@@ -13,10 +13,12 @@
 #include <QUndoStack>
 #include <QVector>
 
+class QMimeData;
 class QPaletteObject;
 class QSprite;
 class QSpritePalette;
 class QProjectContext;
+struct QSpriteClipItem;
 
 // The model of one sprite file: the ordered sprites, the ordered palettes, their sharing of image
 // records and colour tables, the validation and the undo stack. It is the list model of the sprites
@@ -88,6 +90,21 @@ public:
     // Sorts the sprites: by group and index, and for version 1.01 so that sprites of one palette stand
     // together (the character's first).
     void autoOrganize() override;
+
+    // Whole-file operations, each one undo step.
+    // Removes the sprites of a group: all of them, or those whose index lies within from and to.
+    void removeGroup(uint group, bool all, int from, int to);
+    // Gives the sprites of every palette that repeats an earlier one's colours that earlier palette,
+    // and removes the repeat.
+    void removeDuplicatePalettes();
+    // Removes the palettes that no sprite uses, except the character's (group 1).
+    void clearUnusedPalettes();
+    // Crops the sprites that pass the filter to their content; an image shared by several is cropped
+    // once. progress() reports each step and can stop the walk.
+    void cropAll(bool all, uint group, bool allIndices, int from, int to);
+    // Inserts sprites made from copied items at a position (past the end appends); returns how many.
+    int paste(uint at, const QList<QSpriteClipItem>& items);
+    int paste(uint at, const QMimeData* data);
 
     bool fromFile(const QString& path, bool copy = false);
     // version 0 keeps the current one; another value is stored in the model first.

@@ -5,9 +5,12 @@
 #include "QInterface.h"
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
+#include "QSyntaxLibrary.h"
+#include "QTextElementRegistry.h"
 #include "QUserDialogs.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QListView>
 #include <QMenuBar>
@@ -15,6 +18,9 @@
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
     buildForm();
+    loadSyntaxDefinitions(QCoreApplication::applicationDirPath());
+    installSyntaxProcessors();
+    registerTextElements();
     if (languageManager)
         connect(languageManager, &QLanguageManager::langChanged, this, &MainWindow::retranslate);
     fileWatcherManager = new QFileWatcherManager;
@@ -29,6 +35,7 @@ MainWindow::~MainWindow()
     if (mugenModel) mugenModel->save(QConfigLocation::standard().writePath(QStringLiteral("config.xml")));
     delete fileWatcherManager;
     fileWatcherManager = nullptr;
+    unregisterTextElements();
 }
 
 void MainWindow::buildForm()

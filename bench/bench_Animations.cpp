@@ -1,4 +1,5 @@
 #include "NameCmmReg.h"
+#include "QAirDocument.h"
 #include "QAnimation.h"
 #include "QAnimationElements.h"
 #include "QAnimationFrame.h"
@@ -6,6 +7,7 @@
 #include "QElementTextEditor.h"
 #include "QTextElementPool.h"
 #include "QTextElementReg.h"
+#include "QTextElementRegistry.h"
 #include "QTextElementType.h"
 #include "UnknownGrpReg.h"
 
@@ -141,7 +143,7 @@ static void BM_AirLoadLargest(benchmark::State& state)
         state.SkipWithError("TAVREL_TESTDATA names no folder with AIR files");
         return;
     }
-    QBenchAir air;
+    QAirDocument air;
     for (auto _ : state)
         air.model.fromFile(path);
     state.SetBytesProcessed(state.iterations() * QFileInfo(path).size());
@@ -163,13 +165,10 @@ BENCHMARK(BM_AirLoadText)->Arg(20000)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    registerAnimationElements();
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
+    registerTextElements();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    QTextElementReg::deleteAll();
-    QTextElementPools::deleteAll();
+    unregisterTextElements();
     return 0;
 }

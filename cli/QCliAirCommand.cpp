@@ -1,17 +1,13 @@
 #include "QCliAirCommand.h"
 
-#include "AnimReg.h"
-#include "NameCmmReg.h"
+#include "QAirDocument.h"
 #include "QAnimation.h"
-#include "QAnimationElements.h"
 #include "QAnimationFrame.h"
 #include "QAnimations.h"
 #include "QCollisionBox.h"
 #include "QCollisionBoxes.h"
-#include "QElementTextEditor.h"
 #include "QInterFrameElement.h"
-#include "QTextElementType.h"
-#include "UnknownGrpReg.h"
+#include "QTextElementRegistry.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -19,33 +15,6 @@
 #include <QJsonObject>
 
 namespace {
-
-// The recognisers of AIR text for the time of one command, unless the process registered them.
-class QAirRecognisers
-{
-public:
-    QAirRecognisers()
-    {
-        for (QTextElementReg* reg : QTextElementReg::registered())
-            if (dynamic_cast<AnimReg*>(reg)) return;
-        registerAnimationElements();
-        names = new NameCmmReg;
-        unknown = new UnknownGrpReg;
-        QTextElementReg::add(names);
-        QTextElementReg::add(unknown);
-    }
-    ~QAirRecognisers()
-    {
-        if (!names) return;
-        QTextElementReg::remove(unknown);
-        QTextElementReg::remove(names);
-        unregisterAnimationElements();
-    }
-
-private:
-    QTextElementReg* names = nullptr;
-    QTextElementReg* unknown = nullptr;
-};
 
 const char* const slotNames[] = {"Clsn1", "Clsn2", "Clsn1", "Clsn2"};
 
@@ -157,13 +126,10 @@ int QCliAirCommand::run(QCliContext& context)
     const QString file = context.arguments.at(1);
     if (!QFileInfo(file).isFile()) return context.fail(file, QStringLiteral("no such file"));
 
-    QAirRecognisers recognisers;
-    QElementTextEditor editor;
-    // As a project's AIR text: sections that are not actions end the action above them.
-    editor.setTypeEnabled(true, etUnknownGroup, 0);
-    QAnimations model;
-    model.setEditor(&editor);
-    if (!model.fromFile(file)) return context.fail(file, QStringLiteral("can't be read"));
+    registerTextElements();
+    QAirDocument document;
+    const QAnimations& model = document.model;
+    if (!document.model.fromFile(file)) return context.fail(file, QStringLiteral("can't be read"));
 
     if (json) {
         QJsonArray actions;
@@ -187,6 +153,5 @@ int QCliAirCommand::run(QCliContext& context)
                 printFrame(context.out, i, animation->frames.at(i));
         }
     }
-    model.setEditor(nullptr);
     return CliSuccess;
 }

@@ -1,8 +1,7 @@
 #include "QCliDefCommand.h"
 
-#include "NameCmmReg.h"
 #include "QDefinitions.h"
-#include "UnknownGrpReg.h"
+#include "QTextElementRegistry.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -10,15 +9,6 @@
 #include <QJsonObject>
 
 namespace {
-
-void registerElements()
-{
-    registerDefinitionElements();
-    for (const QTextElementReg* reg : QTextElementReg::registered())
-        if (dynamic_cast<const UnknownGrpReg*>(reg)) return;
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
-}
 
 QString typeName(QProjectType type)
 {
@@ -67,7 +57,7 @@ int QCliDefCommand::run(QCliContext& context)
     const QString path = context.arguments.at(1);
     if (!QFileInfo(path).isFile()) return context.fail(path, QStringLiteral("no such file"));
 
-    registerElements();
+    registerTextElements();
     QDefinitions definitions;
     if (!definitions.fromFile(path, 0)) return context.fail(path, QStringLiteral("can't be read"));
     const QDefinitionFiles files = definitions.files();

@@ -1,27 +1,15 @@
 #include "QCliResaveCommand.h"
 
-#include "NameCmmReg.h"
+#include "QAirDocument.h"
 #include "QCommands.h"
 #include "QDefinitions.h"
-#include "UnknownGrpReg.h"
+#include "QTextElementRegistry.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 
 namespace {
-
-// Both families of sections and keys, then name comments and unknown sections: a header line goes to
-// the first recogniser registered that fits it, so the known sections must come first.
-void registerParamRecognisers()
-{
-    registerDefinitionElements();
-    registerCommandElements();
-    for (const QTextElementReg* reg : QTextElementReg::registered())
-        if (dynamic_cast<const UnknownGrpReg*>(reg)) return;
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
-}
 
 // Text in a Unicode encoding of two or four bytes holds zero bytes, and announces itself by its mark.
 bool isBinary(const QByteArray& bytes)
@@ -30,25 +18,26 @@ bool isBinary(const QByteArray& bytes)
     return bytes.contains('\0');
 }
 
-// Loads input into a document and writes it to output as a copy.
-bool resave(QSyntaxTextEditor& editor, const QString& input, const QString& output, QString* problem)
+// Loads input into a text file or a model of one and writes it to output.
+template <typename File>
+bool resave(File& file, const QString& input, const QString& output, QString* problem)
 {
-    QFile file(input);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QFile bytes(input);
+    if (!bytes.open(QIODevice::ReadOnly)) {
         *problem = QStringLiteral("can't be read");
         return false;
     }
-    if (isBinary(file.readAll())) {
+    if (isBinary(bytes.readAll())) {
         *problem = QStringLiteral("is not a text file");
         return false;
     }
-    file.close();
+    bytes.close();
 
-    if (!editor.fromFile(input, 0)) {
+    if (!file.fromFile(input, 0)) {
         *problem = QStringLiteral("can't be read");
         return false;
     }
-    if (!editor.toFile(output, true)) {
+    if (!file.toFile(output)) {
         *problem = QStringLiteral("can't be written");
         return false;
     }
@@ -59,9 +48,17 @@ bool resave(QSyntaxTextEditor& editor, const QString& input, const QString& outp
 template <typename Model>
 bool resaveModel(const QString& input, const QString& output, QString* problem)
 {
-    registerParamRecognisers();
+    registerTextElements();
     Model model;
     return resave(model, input, output, problem);
+}
+
+// Animations are read into the model bound to the AIR text, every action, frame and box recognised.
+bool resaveAnimations(const QString& input, const QString& output, QString* problem)
+{
+    registerTextElements();
+    QAirDocument document;
+    return resave(document.model, input, output, problem);
 }
 
 } // namespace
@@ -82,7 +79,7 @@ QCliResaveCommand::Resaver QCliResaveCommand::resaverFor(const QString& suffix)
     static const QHash<QString, Resaver> resavers{
         {QStringLiteral("cns"), &resaveText},
         {QStringLiteral("st"), &resaveText},
-        {QStringLiteral("air"), &resaveText},
+        {QStringLiteral("air"), &resaveAnimations},
         {QStringLiteral("cmd"), &resaveModel<QCommands>},
         {QStringLiteral("def"), &resaveModel<QDefinitions>},
     };
@@ -91,8 +88,7 @@ QCliResaveCommand::Resaver QCliResaveCommand::resaverFor(const QString& suffix)
 
 bool QCliResaveCommand::resaveText(const QString& input, const QString& output, QString* problem)
 {
-    const bool animations = QFileInfo(input).suffix().compare(QLatin1String("air"), Qt::CaseInsensitive) == 0;
-    QSyntaxTextEditor editor(animations ? pftAnimations : pftStates, nullptr, true);
+    QSyntaxTextEditor editor(pftStates, nullptr, true);
     return resave(editor, input, output, problem);
 }
 

@@ -5,7 +5,8 @@
 // "resave": reads a content file into the editor's model of it and writes it straight back, so that
 // what the editor would do to an untouched file can be checked against the original byte for byte.
 // Definitions and commands go through QDefinitions and QCommands with their sections and keys
-// recognised; the other text kinds through a plain QSyntaxTextEditor.
+// recognised, animations through QAnimations bound to the AIR text; the other text kinds through a
+// plain QSyntaxTextEditor.
 class QCliResaveCommand : public QCliCommand
 {
 public:

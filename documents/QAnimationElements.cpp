@@ -30,6 +30,6 @@ void unregisterAnimationElements()
 {
     const QList<QTextElementReg*> list = registeredHere();
     registeredHere().clear();
-    for (QTextElementReg* reg : list)
-        if (QTextElementReg::registered().contains(reg)) QTextElementReg::remove(reg);
+    for (auto reg = list.crbegin(); reg != list.crend(); ++reg)
+        if (QTextElementReg::registered().contains(*reg)) QTextElementReg::remove(*reg);
 }

@@ -6,6 +6,7 @@
 #include "QCollisionBoxes.h"
 #include "QElementTextEditor.h"
 #include "QInterFrameElement.h"
+#include "QSyntaxTextEditor.h"
 #include "QTextElementPool.h"
 #include "QTextElementType.h"
 #include "QUserDialogs.h"
@@ -211,6 +212,11 @@ QAnimations::~QAnimations()
 QAnimations* QAnimations::modelOf(const QElementTextEditor* editor)
 {
     return models().value(editor);
+}
+
+QSyntaxTextEditor* QAnimations::textFile() const
+{
+    return qobject_cast<QSyntaxTextEditor*>(textEditor.data());
 }
 
 void QAnimations::setEditor(QElementTextEditor* editor)
@@ -684,15 +690,13 @@ void QAnimations::endEdit()
 
 bool QAnimations::fromFile(const QString& path, int codepage)
 {
-    QByteArray bytes;
-    if (!textEditor || !QTextFileFormat::readFile(path, &bytes)) return false;
-    clear();
+    QSyntaxTextEditor* file = textFile();
+    if (!file) return false;
     rewriteOnLoad = false;
-    textEditor->setPlainText(format.decode(bytes, codepage));
-    textEditor->document->setModified(false);
+    const bool loaded = file->fromFile(path, uint(codepage));
     rewriteOnLoad = true;
-    check();
-    return true;
+    if (loaded) check();
+    return loaded;
 }
 
 void QAnimations::fromText(const QString& text)
@@ -708,9 +712,8 @@ void QAnimations::fromText(const QString& text)
 
 bool QAnimations::toFile(const QString& path)
 {
-    if (!textEditor || !QTextFileFormat::writeFile(path, format.encode(textEditor->document))) return false;
-    textEditor->document->setModified(false);
-    return true;
+    QSyntaxTextEditor* file = textFile();
+    return file && file->toFile(path);
 }
 
 // ---- Project file ----

@@ -2,7 +2,6 @@
 
 #include "QProjectFile.h"
 #include "QTextElementChange.h"
-#include "QTextFileFormat.h"
 
 #include <QAbstractListModel>
 #include <QList>
@@ -13,6 +12,7 @@ class QAnimationFrame;
 class QCollisionBox;
 class QCollisionBoxes;
 class QElementTextEditor;
+class QSyntaxTextEditor;
 class QTextElement;
 
 // The model of an animation file (AIR): a list of actions for views and the organizer. Everything it
@@ -33,6 +33,8 @@ public:
     bool rewriteOnLoad = true;
 
     QElementTextEditor* editor() const { return textEditor; }
+    // The bound document as the file it is loaded from and saved to, or null when it is a bare one.
+    QSyntaxTextEditor* textFile() const;
     // Binds the model to a document (or unbinds it with nullptr) and reads what the document holds.
     void setEditor(QElementTextEditor* editor);
     // The model bound to a document, or null.
@@ -61,10 +63,13 @@ public:
     void beginEdit();
     void endEdit();
 
-    // Loads a file into the document; box lines and counts stay as the file has them.
+    // Loads a file into the bound text file, as that reads it; box lines and counts stay as the file has
+    // them. False when the document is not a text file or the file can't be read.
     bool fromFile(const QString& path, int codepage = 0);
     // Loads a text the same way.
     void fromText(const QString& text);
+    // Saves the bound text file: lines not edited keep their bytes, so an untouched file comes back
+    // byte for byte.
     bool toFile(const QString& path);
     // The text of an action's span, with LF line ends.
     QString spanText(uint index) const;
@@ -101,5 +106,4 @@ private:
     void insertText(int position, QString text);
 
     QPointer<QElementTextEditor> textEditor;
-    QTextFileFormat format;
 };

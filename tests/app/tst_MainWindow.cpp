@@ -5,6 +5,7 @@
 #include "QInterface.h"
 #include "QMugenModel.h"
 #include "QSingleInstance.h"
+#include "QTextElementReg.h"
 
 #include <QDockWidget>
 #include <QListView>
@@ -52,6 +53,21 @@ private Q_SLOTS:
         // Final setup leaves exactly one empty project and no current editor.
         QCOMPARE(window.interface()->projectCount(), 1);
         QCOMPARE(window.interface()->currentEditor(), 9);
+    }
+
+    // The recognisers stand for the window's lifetime, once however often a window is made.
+    void registersTextElementsForItsLifetime()
+    {
+        QVERIFY(QTextElementReg::registered().isEmpty());
+        qsizetype count = 0;
+        {
+            MainWindow window;
+            count = QTextElementReg::registered().size();
+            QVERIFY(count > 0);
+        }
+        QVERIFY(QTextElementReg::registered().isEmpty());
+        MainWindow again;
+        QCOMPARE(QTextElementReg::registered().size(), count);
     }
 
     void closeAsksWhenConfigured_data()

@@ -72,6 +72,14 @@ private slots:
                    "[Defaults]\ncommand.time = 15\n\n;-| Fireball |-\n[Command]\nname = \"QCF_x\"\n"
                    "command = ~D, DF, F, x\ncommand = ~30a\n[command]\nname=\"b\"\t\ncommand = /F+a ;hold\n"
                    "[Statedef -1]\n[State -1, x]\ntrigger1 = command = \"QCF_x\"");
+        // Read into the animation model: a box count that disagrees with its boxes and a box with its
+        // corners swapped stay as written, and Shift-JIS comments keep their bytes.
+        QTest::newRow("animations model, Shift-JIS, counts and boxes as written")
+            << "hero.air"
+            << QByteArray("; \x97\xA7\x82\xBF\r\n[Begin Action 0]\r\nClsn2Default: 2\r\n"
+                          "  Clsn2[0] = 10,0,-10,-70\r\nLoopStart\r\n0,0, 0,0, 5, H, A\r\n"
+                          "Interpolate Offset\r\n0,1, 0,0, -1\r\n\r\n[Foo]\r\nx = 1\r\n"
+                          "[begin action 5] ; \x82\xA0\n5,0,0,0,1,,AS20D30");
     }
 
     void sameBytes()

@@ -1,55 +1,23 @@
 #pragma once
 
-// Animation documents for tests: the recognisers in the program's order, a document set up as a
-// project's AIR text, a description of the model that two models can be compared by, and the checks
-// that hold between any two edits.
+// Animation documents for tests: a description of the model that two models can be compared by, and
+// the checks that hold between any two edits.
 
-#include "NameCmmReg.h"
+#include "QAirDocument.h"
 #include "QAnimation.h"
-#include "QAnimationElements.h"
 #include "QAnimationFrame.h"
 #include "QAnimations.h"
 #include "QCollisionBox.h"
 #include "QCollisionBoxes.h"
 #include "QElementTextEditor.h"
 #include "QInterFrameElement.h"
-#include "QTextElementPool.h"
+#include "QTextElementRegistry.h"
 #include "QTextElementType.h"
 #include "TestElements.h"
-#include "UnknownGrpReg.h"
 
 #include <QRegularExpression>
 #include <QSet>
 #include <QStringList>
-
-inline void registerAirElements()
-{
-    registerAnimationElements();
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
-}
-
-inline void unregisterAirElements()
-{
-    QTextElementReg::deleteAll();
-    QTextElementPools::deleteAll();
-}
-
-// A document and its model as a project holds them: the document itself keeps unknown sections.
-struct QAirDocument
-{
-    QAirDocument()
-    {
-        editor.setTypeEnabled(true, etUnknownGroup, 0);
-        model.setEditor(&editor);
-    }
-    explicit QAirDocument(const QString& text) : QAirDocument() { model.fromText(text); }
-
-    QString text() const { return editor.document->toPlainText(); }
-
-    QElementTextEditor editor;
-    QAnimations model;
-};
 
 // Whether a frame line pins its blend target. An "A" word that is neither "A", "A" plus one
 // character nor "AS..D.." leaves the target as the line had it before, which no fresh reading knows.

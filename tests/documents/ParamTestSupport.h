@@ -1,9 +1,8 @@
 #pragma once
 
-// Shared by the definitions and commands tests: the recognisers of both families, a description of a
-// parameter document's model, and the checks of parameter binding that hold after any edit.
+// Shared by the definitions and commands tests: a description of a parameter document's model, and the
+// checks of parameter binding that hold after any edit.
 
-#include "NameCmmReg.h"
 #include "QCommand.h"
 #include "QCommandParam.h"
 #include "QCommands.h"
@@ -14,22 +13,14 @@
 #include "QSingletonParamGroup.h"
 #include "QStringParam.h"
 #include "QSyntaxTextEditor.h"
+#include "QTextElementRegistry.h"
 #include "QTextElementSubType.h"
 #include "QTextElementType.h"
 #include "QTextEncoding.h"
 #include "QVersionParam.h"
-#include "UnknownGrpReg.h"
 
 #include <QFile>
 #include <QStringList>
-
-inline void registerParamElements()
-{
-    registerDefinitionElements();
-    registerCommandElements();
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
-}
 
 inline QByteArray readBytes(const QString& path)
 {

@@ -41,8 +41,8 @@ class tst_Animations : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { registerAirElements(); }
-    void cleanupTestCase() { unregisterAirElements(); }
+    void initTestCase() { registerTextElements(); }
+    void cleanupTestCase() { unregisterTextElements(); }
 
     void frameLines_data();
     void frameLines();

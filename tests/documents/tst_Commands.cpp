@@ -37,8 +37,8 @@ class tst_Commands : public QObject
     }
 
 private Q_SLOTS:
-    void initTestCase() { registerParamElements(); }
-    void cleanupTestCase() { QTextElementReg::deleteAll(); }
+    void initTestCase() { registerTextElements(); }
+    void cleanupTestCase() { unregisterTextElements(); }
 
     void steps_data();
     void steps();

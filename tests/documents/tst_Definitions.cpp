@@ -45,9 +45,9 @@ private Q_SLOTS:
     void initTestCase()
     {
         qRegisterMetaType<QProjectContext*>();
-        registerParamElements();
+        registerTextElements();
     }
-    void cleanupTestCase() { QTextElementReg::deleteAll(); }
+    void cleanupTestCase() { unregisterTextElements(); }
 
     void reading_data();
     void reading();

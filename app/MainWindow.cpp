@@ -2,9 +2,12 @@
 
 #include "QConfigLocation.h"
 #include "QFileWatcherManager.h"
+#include "QIconsetManager.h"
 #include "QInterface.h"
 #include "QLanguageManager.h"
+#include "QMediaSoundPlayer.h"
 #include "QMugenModel.h"
+#include "QMugenSyntaxHierarchy.h"
 #include "QSyntaxLibrary.h"
 #include "QTextElementRegistry.h"
 #include "QUserDialogs.h"
@@ -20,6 +23,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     buildForm();
     loadSyntaxDefinitions(QCoreApplication::applicationDirPath());
     installSyntaxProcessors();
+    QMugenSyntaxHierarchy::setIconLookup(
+        [](const QString& name) { return iconsetManager ? iconsetManager->icon(name) : QIcon(); });
+    QMediaSoundPlayer::install();
     registerTextElements();
     if (languageManager)
         connect(languageManager, &QLanguageManager::langChanged, this, &MainWindow::retranslate);

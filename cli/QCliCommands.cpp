@@ -2,10 +2,12 @@
 #include "QCliApplication.h"
 #include "QCliConfigCommand.h"
 #include "QCliDefCommand.h"
+#include "QCliFntCommand.h"
 #include "QCliLintCommand.h"
 #include "QCliPalCommand.h"
 #include "QCliResaveCommand.h"
 #include "QCliSffCommand.h"
+#include "QCliSndCommand.h"
 
 void registerCliCommands(QCliApplication& application)
 {
@@ -13,7 +15,9 @@ void registerCliCommands(QCliApplication& application)
     application.add(std::make_unique<QCliPalCommand>());
     application.add(std::make_unique<QCliAirCommand>());
     application.add(std::make_unique<QCliSffCommand>());
+    application.add(std::make_unique<QCliSndCommand>());
     application.add(std::make_unique<QCliResaveCommand>());
     application.add(std::make_unique<QCliDefCommand>());
     application.add(std::make_unique<QCliLintCommand>());
+    application.add(std::make_unique<QCliFntCommand>());
 }

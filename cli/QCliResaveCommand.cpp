@@ -1,6 +1,7 @@
 #include "QCliResaveCommand.h"
 
 #include "QAirDocument.h"
+#include "QCliSndCommand.h"
 #include "QCommands.h"
 #include "QDefinitions.h"
 #include "QTextElementRegistry.h"
@@ -82,6 +83,7 @@ QCliResaveCommand::Resaver QCliResaveCommand::resaverFor(const QString& suffix)
         {QStringLiteral("air"), &resaveAnimations},
         {QStringLiteral("cmd"), &resaveModel<QCommands>},
         {QStringLiteral("def"), &resaveModel<QDefinitions>},
+        {QStringLiteral("snd"), &QCliSndCommand::resave},
     };
     return resavers.value(suffix.toLower(), &resaveText);
 }

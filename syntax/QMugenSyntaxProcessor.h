@@ -1,8 +1,8 @@
 #pragma once
 
 #include "QMugenBlockState.h"
+#include "QMugenSyntaxHierarchy.h"
 #include "QMugenToken.h"
-#include "QNullSyntaxHierarchy.h"
 #include "QSyntaxProcessor.h"
 
 #include <QMap>
@@ -102,7 +102,7 @@ private:
     void computeFoldLevel(QTextEditorBlockData* data, const QString& text, bool isHeader);
 
     QMugenSyntaxProperties* m_vocabulary;
-    QNullSyntaxHierarchy m_hierarchy;
+    QMugenSyntaxHierarchy m_hierarchy;
 
     // Scan state of the block in hand.
     const QChar* m_text = nullptr;

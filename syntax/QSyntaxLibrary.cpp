@@ -1,5 +1,6 @@
 #include "QSyntaxLibrary.h"
 
+#include "QLuaSyntaxProcessor.h"
 #include "QLuaSyntaxProperties.h"
 #include "QMugenSyntaxProcessor.h"
 #include "QMugenSyntaxProperties.h"
@@ -9,6 +10,7 @@ namespace {
 
 QSyntaxProcessor* createProcessor(int syntaxType, QTextDocument* document, quint32 mugenVersion)
 {
+    if (syntaxType == SyntaxLua) return new QLuaSyntaxProcessor(document, luaSyntaxProperties());
     if (syntaxType != SyntaxMugen) return nullptr;
     auto* processor = new QMugenSyntaxProcessor(document, mugenSyntaxProperties(), true);
     if (mugenVersion != processor->mugenVersion()) processor->setMugenVersion(mugenVersion);

@@ -13,7 +13,8 @@ class QMugenSyntaxProperties;
 // replacing what they held. False if either file is missing or not a vocabulary; that one is then empty.
 bool loadSyntaxDefinitions(const QString& dataDir);
 
-// Makes QSyntaxProcessorFactory create the M.U.G.E.N. checker for M.U.G.E.N. text.
+// Makes QSyntaxProcessorFactory create the M.U.G.E.N. checker for M.U.G.E.N. text and the Lua
+// colourer for Lua.
 void installSyntaxProcessors();
 
 // The process-wide vocabularies; they exist, maybe empty, from the first call on.

@@ -95,7 +95,7 @@ test)
     cmake --build "$build" -j "$jobs"
     export QT_QPA_PLATFORM=offscreen
     export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1:${ASAN_OPTIONS:-}"
-    export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1:${UBSAN_OPTIONS:-}"
+    export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1:suppressions=$here/tests/ubsan.supp:${UBSAN_OPTIONS:-}"
     run_fuzzers
     ctest --test-dir "$build" --output-on-failure -j "$jobs"
     ;;

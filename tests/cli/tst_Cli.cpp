@@ -1,5 +1,6 @@
 // The command-line tool as its users see it: the real executable, its output streams and exit codes.
 
+#include "CliRunner.h"
 #include "TestData.h"
 
 #include <QFile>
@@ -10,30 +11,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace CliRunner;
+
 class tst_Cli : public QObject
 {
     Q_OBJECT
-
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
-    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(toolPath(), arguments);
-        Result result;
-        if (!process.waitForFinished(60000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
 private Q_SLOTS:
     void initTestCase()

@@ -1,5 +1,6 @@
 // "tavrel-cli fnt convert": the real executable turning old fonts into a definitions file and an SFF.
 
+#include "CliRunner.h"
 #include "QSprite.h"
 #include "QSprites.h"
 #include "TestData.h"
@@ -13,32 +14,13 @@
 #include <QTest>
 #include <QtEndian>
 
+using namespace CliRunner;
+
 class tst_CliFnt : public QObject
 {
     Q_OBJECT
 
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
     QTemporaryDir dir;
-
-    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(toolPath(), arguments);
-        Result result;
-        if (!process.waitForFinished(60000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
     QString write(const QString& name, const QByteArray& bytes)
     {

@@ -1,6 +1,7 @@
 // "tavrel-cli lint": the real executable checking M.U.G.E.N. text files and reporting each finding in
 // the form compilers use.
 
+#include "CliRunner.h"
 #include "TestData.h"
 
 #include <QFile>
@@ -9,30 +10,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace CliRunner;
+
 class tst_CliLint : public QObject
 {
     Q_OBJECT
 
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
     QTemporaryDir dir;
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(TestData::binDir() + QStringLiteral("/tavrel-cli"), arguments);
-        Result result;
-        if (!process.waitForFinished(60000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
     QString write(const QString& name, const QByteArray& bytes)
     {

@@ -1,5 +1,6 @@
 // "tavrel-cli pal convert": the real executable turning palette files into ACT files.
 
+#include "CliRunner.h"
 #include "TestData.h"
 
 #include <QBuffer>
@@ -9,32 +10,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace CliRunner;
+
 class tst_CliPal : public QObject
 {
     Q_OBJECT
 
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
     QTemporaryDir dir;
-
-    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(toolPath(), arguments);
-        Result result;
-        if (!process.waitForFinished(60000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
     QString write(const QString& name, const QByteArray& bytes)
     {

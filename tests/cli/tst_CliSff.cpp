@@ -1,5 +1,6 @@
 // "tavrel-cli sff": the real executable on a file the test builds and on the real content.
 
+#include "CliRunner.h"
 #include "QLZ5Codec.h"
 #include "QRLE8Codec.h"
 #include "TestData.h"
@@ -15,6 +16,8 @@
 #include <QtEndian>
 
 #include <zlib.h>
+
+using namespace CliRunner;
 
 namespace {
 
@@ -103,29 +106,8 @@ class tst_CliSff : public QObject
 {
     Q_OBJECT
 
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
     QTemporaryDir dir;
     QString sample;
-
-    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(toolPath(), arguments);
-        Result result;
-        if (!process.waitForFinished(120000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
 private Q_SLOTS:
     void initTestCase()

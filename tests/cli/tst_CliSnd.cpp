@@ -1,6 +1,7 @@
 // "tavrel-cli snd" and "resave" of sound files: the real executable on files made here and on the
 // real content files.
 
+#include "CliRunner.h"
 #include "TestData.h"
 
 #include <QDir>
@@ -12,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
+
+using namespace CliRunner;
 
 namespace {
 
@@ -56,28 +59,7 @@ class tst_CliSnd : public QObject
 {
     Q_OBJECT
 
-    struct Result
-    {
-        int exitCode = -1;
-        QString out;
-        QString err;
-    };
-
     QTemporaryDir dir;
-
-    static QString toolPath() { return TestData::binDir() + QStringLiteral("/tavrel-cli"); }
-
-    static Result run(const QStringList& arguments)
-    {
-        QProcess process;
-        process.start(toolPath(), arguments);
-        Result result;
-        if (!process.waitForFinished(60000)) return result;
-        result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-        result.out = QString::fromUtf8(process.readAllStandardOutput());
-        result.err = QString::fromUtf8(process.readAllStandardError());
-        return result;
-    }
 
     QString write(const QString& name, const QByteArray& bytes)
     {

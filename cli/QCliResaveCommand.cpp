@@ -66,7 +66,8 @@ bool resaveAnimations(const QString& input, const QString& output, QString* prob
 
 QString QCliResaveCommand::summary() const
 {
-    return QStringLiteral("read a text file (cns, st, air, cmd, def, ...) and write it back unchanged");
+    return QStringLiteral(
+        "read a file (cns, st, air, cmd, def, snd, ...) into its model and write it back unchanged");
 }
 
 QString QCliResaveCommand::usage() const

@@ -1,6 +1,11 @@
 #include "QLZ5Codec.h"
 #include "QRLE8Codec.h"
+#include "QSprite.h"
+#include "QSpriteColorTable.h"
+#include "QSpriteImageRecord.h"
+#include "QSpritePalette.h"
 #include "QSprites.h"
+#include "QStreamCacheFilter.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -180,6 +185,73 @@ void BM_Open(benchmark::State& state)
     label(state, path);
 }
 
+// The floor under opening: the bytes read, and the model built for them as the reader builds it (one
+// object and one image record per sprite, the blocks copied into the cache, the palettes, the check),
+// but nothing parsed, decoded or compared.
+void BM_BuildModel(benchmark::State& state)
+{
+    const QString path = pathFor(int(state.range(0)));
+    if (path.isEmpty()) return state.SkipWithError("TAVREL_TESTDATA is not set");
+    QSprites shape(nullptr, 0, false);
+    if (!shape.fromFile(path)) return state.SkipWithError("the file doesn't open");
+    struct Item
+    {
+        int group, index, x, y, shares;
+        qsizetype bytes;
+        QImageInfo info;
+    };
+    QList<Item> items;
+    QHash<const QSpriteImageRecord*, int> first;
+    for (uint i = 0; i < shape.count(); ++i) {
+        const QSprite* sprite = shape.at(i);
+        const QSpriteImageRecord* record = sprite->imageRecord();
+        const int shares = first.value(record, -1);
+        if (shares < 0) first.insert(record, int(i));
+        items.append(Item{sprite->itemGroup(), sprite->itemIndex(), sprite->offsetX(), sprite->offsetY(),
+                          shares, shape.cache()->stored(record->item).size(), record->info});
+    }
+    const uint palettes = shape.paletteCount();
+    for (auto _ : state) {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        const QByteArray bytes = file.readAll();
+        QSprites sprites(nullptr, uint(state.range(1)), false);
+        sprites.beginNoUndo();
+        sprites.setLoading(true);
+        QList<QSpritePalette*> made;
+        for (uint p = 0; p < palettes; ++p) {
+            auto* palette = new QSpritePalette(&sprites);
+            palette->setFields(1, int(p), 256);
+            palette->setColorTable(QSpriteColorTable::create());
+            sprites.insertPaletteObject(p, palette);
+            made.append(palette);
+        }
+        QList<QSprite*> loaded;
+        qsizetype at = 0;
+        for (const Item& item : std::as_const(items)) {
+            auto* sprite = new QSprite(&sprites);
+            sprite->setFields(made.value(0), item.group, item.index, item.x, item.y, 0);
+            if (item.shares >= 0) {
+                sprite->setImageRecord(loaded.at(item.shares)->imageRecord());
+            } else {
+                QSpriteImageRecord* record = QSpriteImageRecord::create(sprites.cache());
+                const qsizetype size = std::min(item.bytes, bytes.size() - at);
+                record->setBlock(QByteArray(bytes.constData() + at, size), QStreamCacheFilter::PNGFilter,
+                                 item.info, 0, true);
+                at = (at + size) % std::max(qsizetype(1), bytes.size() / 2);
+                sprite->setImageRecord(record);
+            }
+            loaded.append(sprite);
+        }
+        sprites.appendLoaded(loaded);
+        sprites.endNoUndo();
+        sprites.setLoading(false);
+        sprites.check();
+        benchmark::DoNotOptimize(sprites.count());
+    }
+    label(state, path);
+}
+
 void BM_SaveStored(benchmark::State& state)
 {
     const QString path = pathFor(int(state.range(0)));
@@ -252,6 +324,7 @@ void BM_ResidentMemory(benchmark::State& state)
 
 BENCHMARK(BM_ReadBytes)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Open)->Args({0, 0})->Args({1, 0})->Args({1, 1})->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BuildModel)->Args({0, 0})->Args({1, 0})->Args({1, 1})->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SaveStored)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CopySaveFile)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CopyPlain)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

@@ -1,6 +1,7 @@
 #include "QCliSffCommand.h"
 
 #include "QACTPalette.h"
+#include "QProjectContext.h"
 #include "QSFFInfo.h"
 #include "QSprite.h"
 #include "QSpritePalette.h"
@@ -38,6 +39,31 @@ QString itemName(int position, int group, int index, const QString& suffix)
         .arg(suffix);
 }
 
+// The kind of content a file stands in: the version 1.01 rules for the character's palette hold only
+// for characters.
+class SffProject : public QProjectContext
+{
+public:
+    QProjectType type = Character;
+    QProjectType projectType() const override { return type; }
+    quint32 mugenVersion() const override { return 0x1010000; }
+    QMessageList* messageList() const override { return nullptr; }
+};
+
+bool typeNamed(const QString& name, QProjectType* type)
+{
+    static const QList<QPair<QString, QProjectType>> names{
+        {QStringLiteral("character"), Character},   {QStringLiteral("stage"), Stage},
+        {QStringLiteral("storyboard"), Storyboard}, {QStringLiteral("font"), Font},
+        {QStringLiteral("system"), SystemScreen},   {QStringLiteral("fightfx"), FightFX}};
+    for (const auto& entry : names)
+        if (entry.first == name) {
+            *type = entry.second;
+            return true;
+        }
+    return false;
+}
+
 } // namespace
 
 QString QCliSffCommand::summary() const
@@ -51,7 +77,11 @@ QString QCliSffCommand::usage() const
                           "tavrel-cli sff list FILE [--json]\n"
                           "tavrel-cli sff decode FILE [--json]\n"
                           "tavrel-cli sff extract FILE DIR\n"
-                          "tavrel-cli sff convert IN OUT [--version 1.01|2.00|2.01] [--reorder]");
+                          "tavrel-cli sff convert IN OUT [--version 1.01|2.00|2.01] [--reorder]\n"
+                          "  --type character|stage|storyboard|font|system|fightfx: what the file belongs\n"
+                          "  to, for every action; without it, a file with the sprite 9000,0 is a\n"
+                          "  character's and any other a stage's. Only a character's file keeps the\n"
+                          "  version 1.01 rules for the palette of group 1, which --reorder may need.");
 }
 
 int QCliSffCommand::run(QCliContext& context)
@@ -61,6 +91,14 @@ int QCliSffCommand::run(QCliContext& context)
     QString version;
     bool hasVersion = false;
     if (!context.takeOption(QStringLiteral("--version"), &version, &hasVersion)) return CliUsage;
+    QString typeName;
+    bool hasType = false;
+    if (!context.takeOption(QStringLiteral("--type"), &typeName, &hasType)) return CliUsage;
+    SffProject project;
+    if (hasType && !typeNamed(typeName, &project.type))
+        return context.usageError(
+            QStringLiteral("sff: --type takes character, stage, storyboard, font, system or fightfx"),
+            usage());
     const QString action = context.arguments.value(0);
     const int wanted = (action == QLatin1String("extract") || action == QLatin1String("convert")) ? 3 : 2;
     const bool known = action == QLatin1String("info") || action == QLatin1String("list") ||
@@ -75,8 +113,16 @@ int QCliSffCommand::run(QCliContext& context)
 
     const QString input = context.arguments.at(1);
     if (!QFileInfo(input).isFile()) return context.fail(input, QStringLiteral("no such file"));
-    QSprites sprites(nullptr, 0, false);
+    QSprites sprites(&project, 0, false);
     if (!sprites.fromFile(input)) return context.fail(input, QStringLiteral("not a sprite file"));
+    if (!hasType && sprites.find(0, 9000, 0) < 0) {
+        // Read as a character's until the sprites were known; a version 1.01 file is read again, since
+        // its palettes follow the kind.
+        project.type = Stage;
+        if (sprites.version() == QSprites::Version_101 && !sprites.fromFile(input))
+            return context.fail(input, QStringLiteral("not a sprite file"));
+        sprites.check();
+    }
 
     if (action == QLatin1String("info")) return info(context, sprites, json);
     if (action == QLatin1String("list")) return list(context, sprites, json);

@@ -145,15 +145,30 @@ std::vector<Packet> makePackets(const uchar* px, qsizetype total)
 
 qsizetype QLZ5Codec::decode(const uchar* src, qsizetype size, uchar* out, qsizetype total)
 {
-    const uchar* s = src;
-    const uchar* const end = src + size;
-    uchar* o = out;
+    State state;
+    state.src = src;
+    state.end = src + size;
+    decode(state, out, total, total);
+    return state.written;
+}
+
+void QLZ5Codec::decode(State& state, uchar* out, qsizetype until, qsizetype total)
+{
+    const uchar* s = state.src;
+    const uchar* const end = state.end;
+    uchar* o = out + state.written;
+    uchar* const stop = out + std::min(until, total);
     uchar* const oend = out + total;
-    uint control = 0;
-    int bitsLeft = 0;
-    uint recycled = 0;
-    int recycledCount = 0;
+    uint control = state.control;
+    int bitsLeft = state.bitsLeft;
+    uint recycled = state.recycled;
+    int recycledCount = state.recycledCount;
+    bool finished = true;
     while (o < oend) {
+        if (o >= stop) {
+            finished = false;
+            break;
+        }
         if (bitsLeft == 0) {
             if (s == end) break;
             control = *s++;
@@ -209,7 +224,13 @@ qsizetype QLZ5Codec::decode(const uchar* src, qsizetype size, uchar* out, qsizet
         copyBack(o, offset, length, room);
         o += length;
     }
-    return o - out;
+    state.src = s;
+    state.written = o - out;
+    state.control = control;
+    state.bitsLeft = bitsLeft;
+    state.recycled = recycled;
+    state.recycledCount = recycledCount;
+    state.finished = finished;
 }
 
 QByteArray QLZ5Codec::encode(const uchar* pixels, qsizetype total)

@@ -6,10 +6,16 @@
 
 qsizetype QRLE8Codec::decode(const uchar* src, qsizetype size, uchar* out, qsizetype total)
 {
-    const uchar* const end = src + size;
-    uchar* o = out;
+    return decode(src, src + size, out, 0, total, total);
+}
+
+qsizetype QRLE8Codec::decode(const uchar*& src, const uchar* end, uchar* out, qsizetype written,
+                             qsizetype until, qsizetype total)
+{
+    uchar* o = out + written;
+    uchar* const stop = out + std::min(until, total);
     uchar* const oend = out + total;
-    while (src < end && o < oend) {
+    while (src < end && o < stop) {
         const uchar b = *src++;
         if ((b & 0xC0) != 0x40) {
             *o++ = b;

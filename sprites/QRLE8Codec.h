@@ -11,6 +11,11 @@ public:
     // Decodes into a stream of at most total bytes and answers how many were written. Never reads or
     // writes outside the two buffers.
     static qsizetype decode(const uchar* src, qsizetype size, uchar* out, qsizetype total);
+    // Goes on from src (moved on) and written until at least until of total bytes are written or the
+    // stream ends; answers the new count. A run is never cut, so more than until may come; bytes past
+    // the count may hold scratch until the next call.
+    static qsizetype decode(const uchar*& src, const uchar* end, uchar* out, qsizetype written,
+                            qsizetype until, qsizetype total);
     // Encodes a stream of bytes without row padding.
     static QByteArray encode(const uchar* pixels, qsizetype total);
 };

@@ -1,5 +1,6 @@
 #include "QSFFReader.h"
 
+#include "QBlockRows.h"
 #include "QPCXCodec.h"
 #include "QSprite.h"
 #include "QSpriteColorTable.h"
@@ -13,17 +14,22 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
+// Raw pixels the reader keeps for the sharing pass (clipped version 1.01 sprites), at most.
 constexpr qint64 KeepLimit = qint64(8) << 20;
-
-// A quick hash of bytes for comparisons within one load; the cache's own hash is computed when needed.
-inline size_t quickHash(const QByteArray& bytes)
-{
-    return qHashBits(bytes.constData(), size_t(bytes.size()), 0);
-}
+// Pixels the sharing pass holds at once while it compares images of one size row by row; a larger set
+// is compared image by image.
+constexpr qint64 CompareBudget = qint64(64) << 20;
+// The first step of the row by row comparison, in bytes; each further step adds a quarter of the rows
+// done.
+constexpr qsizetype FirstStep = 2048;
+// Up to this many candidates are compared with each other directly, more are sorted by a hash first.
+constexpr size_t SmallGroup = 8;
 
 inline quint32 u32(const QByteArray& data, int at)
 {
@@ -97,12 +103,11 @@ bool QSFFReader::read(const QString& path, bool copy)
     return read(&file, path, copy);
 }
 
-QByteArray QSFFReader::readAt(qint64 offset, qint64 length)
+QByteArray QSFFReader::view(qint64 offset, qint64 length) const
 {
     if (offset < 0 || length <= 0 || offset >= fileSize) return QByteArray();
     length = std::min(length, fileSize - offset);
-    if (!device->seek(offset)) return QByteArray();
-    return device->read(length);
+    return QByteArray::fromRawData(contents.constData() + offset, qsizetype(length));
 }
 
 void QSFFReader::linkError(int sprite, qint64 link, bool palette)
@@ -123,6 +128,8 @@ void QSFFReader::discard(QList<QSprite*>& loaded)
 
 bool QSFFReader::fail(QList<QSprite*>& loaded)
 {
+    blocks.clear();
+    contents = QByteArray();
     discard(loaded);
     model->clear();
     model->endNoUndo();
@@ -130,14 +137,15 @@ bool QSFFReader::fail(QList<QSprite*>& loaded)
     return false;
 }
 
-bool QSFFReader::read(QIODevice* source, const QString& fileName, bool copy)
+bool QSFFReader::read(QIODevice* device, const QString& fileName, bool copy)
 {
-    device = source;
     name = fileName;
-    fileSize = device->size();
+    contents = device->isSequential() ? device->readAll()
+                                      : (device->seek(0) ? device->read(device->size()) : QByteArray());
+    fileSize = contents.size();
     layout = QSFFLayout();
     paletteByColours.clear();
-    decodedBlocks.clear();
+    blocks.clear();
     keptBytes = 0;
 
     const QString keptName = model->fileName();
@@ -147,7 +155,7 @@ bool QSFFReader::read(QIODevice* source, const QString& fileName, bool copy)
     if (copy) model->setFileName(keptName);
 
     QList<QSprite*> loaded;
-    const QByteArray start = readAt(0, 16);
+    const QByteArray start = view(0, 16);
     if (start.size() < 16 || start.left(QSFF::MagicSize) != QSFF::magic()) return fail(loaded);
     const quint32 version = u32(start, 12);
     bool ok = false;
@@ -172,7 +180,8 @@ bool QSFFReader::read(QIODevice* source, const QString& fileName, bool copy)
     model->appendLoaded(loaded);
     loaded.clear();
     shareEqualImages();
-    decodedBlocks.clear();
+    blocks.clear();
+    contents = QByteArray();
 
     model->endNoUndo();
     model->setLoading(false);
@@ -196,21 +205,14 @@ QSpritePalette* QSFFReader::ownPalette(const QRGBPal* colours, int group)
     return palette;
 }
 
-void QSFFReader::keep(QStreamCacheItem* item, const QByteArray& raw)
-{
-    if (keptBytes + raw.size() > KeepLimit) return;
-    keptBytes += raw.size();
-    decodedBlocks.insert(item, raw);
-}
-
 // Pixels beyond a small palette's colours are mapped to what the colour table of the PCX says; the
 // block becomes raw pixels when anything changed. The hash of the raw pixels is stored either way.
-bool QSFFReader::clip(QStreamCacheItem* item, QSpriteImageRecord* record, int colorCount,
-                      const QRGBPal* table, int tableColours)
+void QSFFReader::clip(Block& block, int colorCount, const QRGBPal* table, int tableColours)
 {
-    QByteArray raw = model->cache()->decoded(item);
-    if (raw.isEmpty()) return false;
+    QSpriteImageRecord* record = block.record;
     const QImageInfo& info = record->info;
+    QByteArray raw = QStreamCache::decodeBlock(block.bytes, block.filter, &info);
+    if (raw.isEmpty()) return;
     bool changed = false;
     uchar map[QRGBPal::TableSize];
     for (int p = 0; p < QRGBPal::TableSize; ++p) {
@@ -239,14 +241,18 @@ bool QSFFReader::clip(QStreamCacheItem* item, QSpriteImageRecord* record, int co
     if (changed)
         record->setBlock(raw, QStreamCacheFilter::RawFilter, info, hash, false);
     else
-        model->cache()->setHash(item, hash);
-    keep(record->item, raw);
-    return changed;
+        model->cache()->setHash(record->item, hash);
+    // The sharing pass compares these pixels rather than decode the block again.
+    if (changed || keptBytes + raw.size() <= KeepLimit) {
+        if (!changed) keptBytes += raw.size();
+        block.bytes = raw;
+        block.filter = QStreamCacheFilter::RawFilter;
+    }
 }
 
 bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
 {
-    const QByteArray header = readAt(0, QSFF::HeaderSize);
+    const QByteArray header = view(0, QSFF::HeaderSize);
     if (header.size() < 24) return true;
     const qint64 room = std::max(qint64(0), (fileSize - QSFF::HeaderSize) / QSFF::V1SpriteHeaderSize);
     const uint images = uint(std::min(qint64(u32(header, 20)), room));
@@ -266,7 +272,7 @@ bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
     qint64 position = QSFF::HeaderSize;
 
     for (uint i = 0; i < images; ++i) {
-        const QByteArray head = readAt(position, QSFF::V1SpriteHeaderSize);
+        const QByteArray head = view(position, QSFF::V1SpriteHeaderSize);
         if (head.size() < QSFF::V1SpriteHeaderSize) break;
         const quint32 next = u32(head, 0);
         const quint32 length = u32(head, 4);
@@ -298,7 +304,7 @@ bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
             }
         } else {
             stored.format = QSFF::PcxFormat;
-            const QByteArray data = readAt(dataAt, dataLength);
+            const QByteArray data = view(dataAt, dataLength);
             QPCXCodec::Header pcx;
             QImageInfo info;
             QRGBPal table[QRGBPal::TableSize];
@@ -338,11 +344,13 @@ bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
             }
 
             QSpriteImageRecord* record = QSpriteImageRecord::create(model->cache());
-            record->setBlock(data, QStreamCacheFilter::PCXFilter, info, 0, true);
+            record->setBlock(QByteArray(data.constData(), data.size()), QStreamCacheFilter::PCXFilter, info,
+                             0, true);
             sprite->setImageRecord(record);
+            blocks.push_back(Block{record, data, QStreamCacheFilter::PCXFilter});
             if (palette && palette->colorCount() < QSpritePalette::MaxColors &&
                 info.format == QImage::Format_Indexed8)
-                clip(record->item, record, palette->colorCount(), table, hasTable ? QRGBPal::TableSize : 0);
+                clip(blocks.back(), palette->colorCount(), table, hasTable ? QRGBPal::TableSize : 0);
         }
         sprite->setPalettePointer(palette);
         layout.sprites.append(stored);
@@ -359,7 +367,7 @@ bool QSFFReader::readVersion1(QList<QSprite*>& loaded)
 
 bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
 {
-    const QByteArray header = readAt(0, QSFF::HeaderSize);
+    const QByteArray header = view(0, QSFF::HeaderSize);
     if (header.size() < 68) return true;
     const qint64 spriteOffset = u32(header, 36);
     const qint64 paletteOffset = u32(header, 44);
@@ -380,8 +388,8 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
     const uint total = spriteCount + paletteCount;
     emit model->progress(0, total, allow);
     if (!allow) return false;
-    const QByteArray paletteNodes = readAt(paletteOffset, qint64(paletteCount) * QSFF::PaletteNodeSize);
-    const QByteArray spriteNodes = readAt(spriteOffset, qint64(spriteCount) * QSFF::SpriteNodeSize);
+    const QByteArray paletteNodes = view(paletteOffset, qint64(paletteCount) * QSFF::PaletteNodeSize);
+    const QByteArray spriteNodes = view(spriteOffset, qint64(spriteCount) * QSFF::SpriteNodeSize);
 
     uint done = 0;
     QList<QSpritePalette*> palettes;
@@ -399,8 +407,8 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
             if (link < palettes.size()) palette->setColorTable(palettes.at(link)->colorTable());
         } else {
             QSpriteColorTable* table = QSpriteColorTable::create();
-            const QByteArray bytes = readAt(ldataOffset + u32(paletteNodes, at + 8),
-                                            std::min(qint64(length), qint64(QRGBPal::TableBytes)));
+            const QByteArray bytes = view(ldataOffset + u32(paletteNodes, at + 8),
+                                          std::min(qint64(length), qint64(QRGBPal::TableBytes)));
             std::memcpy(static_cast<void*>(table->colors), bytes.constData(), size_t(bytes.size()));
             if (version == QSFF::Version200)
                 for (int c = 0; c < QRGBPal::TableSize; ++c)
@@ -469,16 +477,17 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
                 const qint64 size = std::min(wanted, std::max(qint64(0), fileSize - blockAt));
                 QByteArray data;
                 if (size <= budget) {
-                    data = readAt(blockAt, size);
+                    data = view(blockAt, size);
                     budget -= data.size();
                 }
                 record = QSpriteImageRecord::create(model->cache());
                 if (raw) {
                     const QByteArray pixels = rawPixels(data, info);
                     record->setBlock(pixels, filter, info, QStreamCache::hash(pixels), false);
-                    keep(record->item, pixels);
+                    blocks.push_back(Block{record, pixels, filter});
                 } else {
-                    record->setBlock(data, filter, info, 0, true);
+                    record->setBlock(QByteArray(data.constData(), data.size()), filter, info, 0, true);
+                    blocks.push_back(Block{record, data, filter});
                 }
                 if (!readBlocks.contains(where)) readBlocks.insert(where, record);
             }
@@ -495,80 +504,68 @@ bool QSFFReader::readVersion2(quint32 version, QList<QSprite*>& loaded)
 // ---- Sharing
 
 // Gives every set of sprites with equal pixels the record of the first of them. Only records of the
-// same width, height and format are compared: first by their stored bytes, which settles most cases
-// without decoding, then by the hash of their pixels.
+// same width, height and format are compared: first by their stored bytes, which settles equal blocks
+// without decoding, then by their pixels, row by row.
 void QSFFReader::shareEqualImages()
 {
-    QStreamCache* cache = model->cache();
-    QList<QSpriteImageRecord*> records;
-    QHash<QSpriteImageRecord*, int> known;
-    for (const QSprite* sprite : model->spriteItems()) {
-        QSpriteImageRecord* record = sprite->imageRecord();
-        if (!record || known.contains(record)) continue;
-        known.insert(record, records.size());
-        records.append(record);
+    const int count = int(blocks.size());
+    if (count < 2) return;
+    std::vector<quint64> forms(size_t(count), 0);
+    for (int b = 0; b < count; ++b) {
+        const QImageInfo& info = blocks[size_t(b)].record->info;
+        forms[size_t(b)] = (quint64(info.width) << 48) | (quint64(info.height) << 32) | info.format;
     }
-    QHash<quint64, QList<int>> buckets;
-    QList<quint64> bucketOrder;
-    for (int r = 0; r < records.size(); ++r) {
-        const QImageInfo& info = records.at(r)->info;
-        const quint64 form = (quint64(info.width) << 48) | (quint64(info.height) << 32) | info.format;
-        auto it = buckets.find(form);
-        if (it == buckets.end()) {
-            bucketOrder.append(form);
-            it = buckets.insert(form, QList<int>());
-        }
-        it->append(r);
-    }
+    std::vector<int> order(static_cast<size_t>(count));
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](int a, int b) { return forms[size_t(a)] < forms[size_t(b)]; });
 
     QHash<QSpriteImageRecord*, QSpriteImageRecord*> replacement;
-    for (const auto& form : std::as_const(bucketOrder)) {
-        const QList<int>& members = buckets.value(form);
-        if (members.size() < 2) continue;
-        QMultiHash<quint64, QSpriteImageRecord*> byStored;
-        QList<QSpriteImageRecord*> distinct;
-        for (int r : members) {
-            QSpriteImageRecord* record = records.at(r);
-            const QByteArray stored = cache->stored(record->item);
-            const quint64 key = quickHash(stored) ^ cache->filter(record->item);
-            QSpriteImageRecord* same = nullptr;
-            for (auto it = byStored.constFind(key); it != byStored.constEnd() && it.key() == key; ++it)
-                if (cache->filter(it.value()->item) == cache->filter(record->item) &&
-                    cache->stored(it.value()->item) == stored) {
-                    same = it.value();
-                    break;
-                }
-            if (same) {
-                replacement.insert(record, same);
-                continue;
-            }
-            byStored.insert(key, record);
-            distinct.append(record);
+    std::vector<int> members;
+    std::vector<int> distinct;
+    for (size_t start = 0; start < order.size();) {
+        size_t stop = start + 1;
+        while (stop < order.size() && forms[size_t(order[stop])] == forms[size_t(order[start])])
+            ++stop;
+        if (stop - start < 2) {
+            start = stop;
+            continue;
         }
-        if (distinct.size() < 2) continue;
-        QMultiHash<quint64, QSpriteImageRecord*> byPixels;
-        for (QSpriteImageRecord* record : std::as_const(distinct)) {
-            QByteArray raw = decodedBlocks.value(record->item);
-            if (raw.isEmpty()) raw = cache->decoded(record->item);
-            if (raw.isEmpty()) continue;
-            const quint64 hash = quickHash(raw);
-            QSpriteImageRecord* same = nullptr;
-            for (auto it = byPixels.constFind(hash); it != byPixels.constEnd() && it.key() == hash; ++it) {
-                if (raw.isEmpty()) raw = cache->decoded(record->item);
-                QByteArray other = decodedBlocks.value(it.value()->item);
-                if (other.isEmpty()) other = cache->decoded(it.value()->item);
-                if (!raw.isEmpty() && raw == other) {
-                    same = it.value();
-                    break;
+        // Equal stored bytes in the same form decode to equal pixels: they share without decoding.
+        members.assign(order.begin() + qsizetype(start), order.begin() + qsizetype(stop));
+        std::stable_sort(members.begin(), members.end(), [&](int a, int b) {
+            const Block& x = blocks[size_t(a)];
+            const Block& y = blocks[size_t(b)];
+            return x.filter != y.filter ? x.filter < y.filter : x.bytes.size() < y.bytes.size();
+        });
+        distinct.clear();
+        for (size_t m = 0; m < members.size();) {
+            size_t end = m + 1;
+            const Block& first = blocks[size_t(members[m])];
+            while (end < members.size() && blocks[size_t(members[end])].filter == first.filter &&
+                   blocks[size_t(members[end])].bytes.size() == first.bytes.size())
+                ++end;
+            const size_t kept = distinct.size();
+            for (size_t k = m; k < end; ++k) {
+                const Block& block = blocks[size_t(members[k])];
+                bool same = false;
+                for (size_t d = kept; d < distinct.size() && !same; ++d) {
+                    const Block& other = blocks[size_t(distinct[d])];
+                    if (std::memcmp(block.bytes.constData(), other.bytes.constData(),
+                                    size_t(block.bytes.size())) == 0) {
+                        replacement.insert(block.record, other.record);
+                        same = true;
+                    }
                 }
+                if (!same) distinct.push_back(members[k]);
             }
-            if (same) {
-                replacement.insert(record, same);
-                continue;
-            }
-            byPixels.insert(hash, record);
-            if (!raw.isEmpty()) keep(record->item, raw);
+            m = end;
         }
+        if (distinct.size() >= 2) {
+            std::sort(distinct.begin(), distinct.end());
+            shareEqualPixels(distinct, replacement);
+        }
+        start = stop;
     }
     if (replacement.isEmpty()) return;
     for (QSprite* sprite : model->spriteItems()) {
@@ -576,6 +573,137 @@ void QSFFReader::shareEqualImages()
         for (auto it = replacement.constFind(target); it != replacement.constEnd();
              it = replacement.constFind(target))
             target = it.value();
-        sprite->setImageRecord(target);
+        if (target != sprite->imageRecord()) sprite->setImageRecord(target);
+    }
+}
+
+namespace {
+
+// Rows first to last of a decoded block as one value, to sort candidates before comparing bytes.
+size_t rowsHash(const QBlockRows& rows, int first, int last)
+{
+    size_t seed = 0;
+    for (int y = first; y < last; ++y)
+        seed = qHashBits(rows.row(y), size_t(rows.rowBytes()), seed);
+    return seed;
+}
+
+bool sameRows(const QBlockRows& a, const QBlockRows& b, int first, int last)
+{
+    for (int y = first; y < last; ++y)
+        if (std::memcmp(a.row(y), b.row(y), size_t(a.rowBytes())) != 0) return false;
+    return true;
+}
+
+} // namespace
+
+// Blocks of one form whose stored bytes differ, in the order of their first sprites: those whose pixels
+// are equal take the record of the first of them. Candidates are decoded step by step, each step adding
+// a quarter of the rows done so far, and a candidate leaves as soon as its rows differ from every other's.
+void QSFFReader::shareEqualPixels(const std::vector<int>& members,
+                                  QHash<QSpriteImageRecord*, QSpriteImageRecord*>& into)
+{
+    std::vector<QBlockRows> rows;
+    rows.reserve(members.size());
+    for (int b : members) {
+        const Block& block = blocks[size_t(b)];
+        rows.emplace_back(block.bytes, block.filter, block.record->info);
+    }
+    const QImageInfo& info = blocks[size_t(members.front())].record->info;
+    const int height = info.height;
+    const qsizetype line = std::max(qsizetype(1), info.rowBytes());
+    const auto share = [&](const std::vector<int>& equal) {
+        for (size_t k = 1; k < equal.size(); ++k)
+            into.insert(blocks[size_t(members[size_t(equal[k])])].record,
+                        blocks[size_t(members[size_t(equal[0])])].record);
+    };
+
+    if (qint64(members.size()) * info.rawSize() > CompareBudget) {
+        // Too many pixels to hold at once: each candidate is decoded whole and hashed, and only equal
+        // hashes are compared, against a first candidate decoded again.
+        QMultiHash<size_t, int> byHash;
+        std::vector<int> firsts;
+        for (int c = 0; c < int(rows.size()); ++c) {
+            QBlockRows& candidate = rows[size_t(c)];
+            if (candidate.advance(height) < height) continue;
+            const size_t hash = rowsHash(candidate, 0, height);
+            candidate.release();
+            bool shared = false;
+            for (auto it = byHash.constFind(hash); it != byHash.constEnd() && it.key() == hash && !shared;
+                 ++it) {
+                const Block& a = blocks[size_t(members[size_t(it.value())])];
+                const Block& b = blocks[size_t(members[size_t(c)])];
+                QBlockRows left(a.bytes, a.filter, a.record->info);
+                QBlockRows right(b.bytes, b.filter, b.record->info);
+                if (left.advance(height) == height && right.advance(height) == height &&
+                    sameRows(left, right, 0, height)) {
+                    share({it.value(), c});
+                    shared = true;
+                }
+            }
+            if (!shared) byHash.insert(hash, c);
+        }
+        return;
+    }
+
+    struct Group
+    {
+        std::vector<int> candidates;
+        int done = 0;
+    };
+    std::vector<Group> open;
+    Group all;
+    for (int c = 0; c < int(rows.size()); ++c)
+        all.candidates.push_back(c);
+    open.push_back(std::move(all));
+    std::vector<std::pair<size_t, int>> keyed;
+    std::vector<int> heads;
+    while (!open.empty()) {
+        Group group = std::move(open.back());
+        open.pop_back();
+        const int until = group.done == 0 ? int(std::clamp(FirstStep / line, qsizetype(1), qsizetype(height)))
+                                          : std::min(height, group.done + std::max(1, group.done / 4));
+        // A few candidates are compared with each other directly; many are sorted by a hash first.
+        const bool hashed = group.candidates.size() > SmallGroup;
+        keyed.clear();
+        for (int c : group.candidates) {
+            if (rows[size_t(c)].advance(until) < until) {
+                rows[size_t(c)].release();
+                continue;
+            }
+            keyed.emplace_back(hashed ? rowsHash(rows[size_t(c)], group.done, until) : 0, c);
+        }
+        std::sort(keyed.begin(), keyed.end());
+        for (size_t k = 0; k < keyed.size();) {
+            size_t end = k + 1;
+            while (end < keyed.size() && keyed[end].first == keyed[k].first)
+                ++end;
+            // Candidates with equal hashes, split by their bytes; each part keeps the candidates' order.
+            std::vector<Group> parts;
+            for (size_t e = k; e < end; ++e) {
+                const int c = keyed[e].second;
+                Group* part = nullptr;
+                for (Group& p : parts)
+                    if (sameRows(rows[size_t(p.candidates.front())], rows[size_t(c)], group.done, until)) {
+                        part = &p;
+                        break;
+                    }
+                if (!part) {
+                    parts.push_back(Group{{}, until});
+                    part = &parts.back();
+                }
+                part->candidates.push_back(c);
+            }
+            for (Group& part : parts) {
+                if (part.candidates.size() < 2 || until == height) {
+                    if (part.candidates.size() >= 2) share(part.candidates);
+                    for (int c : part.candidates)
+                        rows[size_t(c)].release();
+                    continue;
+                }
+                open.push_back(std::move(part));
+            }
+            k = end;
+        }
     }
 }

@@ -25,22 +25,6 @@
 
 namespace {
 
-uint setting(const char* key, uint fallback)
-{
-    if (!mugenModel) return fallback;
-    const QVariant value = mugenModel->settings.value(QLatin1String(key));
-    bool ok = false;
-    const uint number = value.toUInt(&ok);
-    return ok ? number : fallback;
-}
-
-bool flagSetting(const char* key, bool fallback)
-{
-    if (!mugenModel) return fallback;
-    const QVariant value = mugenModel->settings.value(QLatin1String(key));
-    return value.isValid() ? value.toBool() : fallback;
-}
-
 bool isSpecial(const QSprite* sprite)
 {
     return (sprite->itemGroup() == 0 || sprite->itemGroup() == 9000) && sprite->itemIndex() == 0;
@@ -55,7 +39,7 @@ quint64 key(int group, int index)
 } // namespace
 
 QSprites::QSprites(QProjectContext* project, QObject* parent)
-    : QSprites(project, setting("cache_type", 0), flagSetting("cache_compression", true), parent)
+    : QSprites(project, numberSetting("cache_type", 0), flagSetting("cache_compression", true), parent)
 {}
 
 QSprites::QSprites(QProjectContext* project, uint cacheType, bool cacheCompression, QObject* parent)
@@ -63,7 +47,7 @@ QSprites::QSprites(QProjectContext* project, uint cacheType, bool cacheCompressi
       streamCache(QStringLiteral("tavrel_sprites_XXXXXX.cache"), cacheType, cacheCompression),
       palettes(new QPaletteObject(this))
 {
-    undo.setUndoLimit(int(setting("undo_limit", 64)));
+    undo.setUndoLimit(int(numberSetting("undo_limit", 64)));
 }
 
 QSprites::~QSprites()
@@ -526,9 +510,11 @@ void QSprites::check()
         } else {
             const bool indexed = record->info.format == QImage::Format_Indexed8;
             if (indexed && !sprite->palette()) list->add(0, tr("Indexed sprite without palette!"), i, 0);
+            // A warning, not an error: the engine opens such a file (its own fonts are 2.00 files of
+            // PNG32 sprites), and saving in this version makes the sprite indexed by itself.
             if (sffVersion != Version_201 && !indexed)
                 list->add(
-                    0,
+                    1,
                     tr("Image format not supported for the current version (automatic conversion to 8bit "
                        "will be made on save)!"),
                     i, 0);

@@ -168,12 +168,16 @@ QByteArray QStreamCache::stored(const QStreamCacheItem* item) const
 
 QByteArray QStreamCache::decode(const QByteArray& stored, const QStreamCacheItem* item) const
 {
-    if (item->filter != QStreamCacheFilter::RawFilter) {
-        if (item->info && item->info->rawSize() > plausibleRawSize(stored.size())) return QByteArray();
-        const QStreamCacheFilter* filter = QStreamCacheFilter::at(item->filter);
-        return filter ? filter->decode(stored, item->info) : QByteArray();
-    }
-    return m_compress ? qUncompress(stored) : stored;
+    if (item->filter == QStreamCacheFilter::RawFilter && m_compress) return qUncompress(stored);
+    return decodeBlock(stored, item->filter, item->info);
+}
+
+QByteArray QStreamCache::decodeBlock(const QByteArray& block, uint filter, const QImageInfo* info)
+{
+    if (filter == QStreamCacheFilter::RawFilter) return block;
+    if (info && info->rawSize() > plausibleRawSize(block.size())) return QByteArray();
+    const QStreamCacheFilter* decoder = QStreamCacheFilter::at(filter);
+    return decoder ? decoder->decode(block, info) : QByteArray();
 }
 
 QByteArray QStreamCache::decoded(const QStreamCacheItem* item) const

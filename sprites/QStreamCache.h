@@ -64,6 +64,8 @@ public:
 
     // The hash of the cache (CRC-64 of the bytes).
     static quint64 hash(const QByteArray& bytes);
+    // A block in the form that filter names, uncompressed, turned into raw form; empty when it can't be.
+    static QByteArray decodeBlock(const QByteArray& block, uint filter, const QImageInfo* info);
     // The most raw bytes that an encoded block of storedSize bytes may decode to. No codec packs more
     // than about a thousand pixels bytes into one stored byte, so a block whose image claims more is
     // refused before anything is allocated for it.

@@ -253,3 +253,18 @@ QVariant QMugenModel::data(const QModelIndex& index, int role) const
         return QVariant();
     }
 }
+
+uint numberSetting(const char* key, uint fallback)
+{
+    if (!mugenModel) return fallback;
+    bool ok = false;
+    const uint number = mugenModel->settings.value(QLatin1String(key)).toUInt(&ok);
+    return ok ? number : fallback;
+}
+
+bool flagSetting(const char* key, bool fallback)
+{
+    if (!mugenModel) return fallback;
+    const QVariant value = mugenModel->settings.value(QLatin1String(key));
+    return value.isValid() ? value.toBool() : fallback;
+}

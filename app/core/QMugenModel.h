@@ -56,3 +56,8 @@ private:
 
 // The program's one configuration, made by the entry routine.
 extern QMugenModel* mugenModel;
+
+// Settings as models read them: the fallback stands when there is no configuration (the command-line
+// tool, tests) or the key holds no value of that kind.
+uint numberSetting(const char* key, uint fallback);
+bool flagSetting(const char* key, bool fallback);

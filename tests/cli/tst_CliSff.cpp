@@ -49,9 +49,10 @@ QByteArray unpadded(const QImage& image)
     return bytes;
 }
 
-// A version 2.01 file: one 256-colour palette (1, 1), then sprites (0, 0) as RLE8 5 x 3, (1, 1) as LZ5
-// 7 x 2, and (2, 0) linked to sprite 0.
-QByteArray sampleFile()
+// A version 2.01 file: one 256-colour palette (1, 1), then sprites (group, 0) as RLE8 5 x 3, (1, 1) as
+// LZ5 7 x 2, and (2, 0) linked to sprite 0. With group 0 it is a character's; with another, sprite 0
+// can't have the palette of group 1 in version 1.01, and nothing can be sorted before it.
+QByteArray sampleFile(int group = 0)
 {
     const QByteArray rle = encodeRLE8(indexed(5, 3, 0));
     const QByteArray lz5 = encodeLZ5(indexed(7, 2, 4));
@@ -79,7 +80,7 @@ QByteArray sampleFile()
             ldata += size + block;
         }
     };
-    node(0, 0, 0, 5, 3, 2, 0, rle);
+    node(0, group, 0, 5, 3, 2, 0, rle);
     node(1, 1, 1, 7, 2, 4, 0, lz5);
     node(2, 2, 0, 5, 3, 1, 0, QByteArray());
     QByteArray palette(16, '\0');
@@ -200,6 +201,58 @@ private Q_SLOTS:
         const Result before = run({"sff", "decode", sample});
         const Result after = run({"sff", "decode", out});
         QCOMPARE(after.out.section('\n', 0, 2), before.out.section('\n', 0, 2));
+    }
+
+    // The kind of file decides whether version 1.01's rule for the character's palette applies.
+    void convertType_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("a file without 9000,0 is a stage's") << QStringList{"--reorder"} << 0 << QString();
+        QTest::newRow("stage") << QStringList{"--type", "stage"} << 0 << QString();
+        QTest::newRow("storyboard") << QStringList{"--type=storyboard", "--reorder"} << 0 << QString();
+        QTest::newRow("fightfx") << QStringList{"--type", "fightfx"} << 0 << QString();
+        // Sorted by group, sprite (1, 1) comes first, still with no 0,0 or 9000,0 to stand behind.
+        QTest::newRow("character") << QStringList{"--type", "character", "--reorder"} << 1
+                                   << "can't give the character's palette to these sprites where they stand: "
+                                      "#0 (1, 1)";
+        QTest::newRow("character, without --reorder")
+            << QStringList{"--type", "character"} << 1 << "(--reorder lets the sprites be sorted)";
+        QTest::newRow("unknown kind") << QStringList{"--type", "chars"} << 2
+                                      << "--type takes character, stage, storyboard, font, system or fightfx";
+        QTest::newRow("no kind") << QStringList{"--type"} << 2 << QString();
+    }
+
+    void convertType()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(int, exitCode);
+        QFETCH(QString, error);
+        const QString stage = dir.filePath("stage.sff");
+        QFile file(stage);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(sampleFile(5));
+        file.close();
+        const QString out = dir.filePath("stage-101.sff");
+        QFile::remove(out);
+        const Result result = run(QStringList{"sff", "convert", stage, out, "--version", "1.01"} + options);
+        QCOMPARE(result.exitCode, exitCode);
+        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+        QCOMPARE(QFile::exists(out), exitCode == 0);
+        if (exitCode != 0) return;
+        QVERIFY(result.out.contains("version 1.01"));
+        const Result before = run({"sff", "decode", stage});
+        const Result after = run({"sff", "decode", out});
+        QCOMPARE(after.out.section('\n', 0, 2), before.out.section('\n', 0, 2));
+    }
+
+    void help()
+    {
+        const Result result = run({"help", "sff"});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.out.contains("--type character|stage|storyboard|font|system|fightfx"));
+        QVERIFY(result.out.contains("sprite 9000,0 is a\n  character's"));
     }
 
     void errors()

@@ -16,6 +16,7 @@
 #include "SffBuilder.h"
 #include "TestProject.h"
 
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -74,6 +75,7 @@ private Q_SLOTS:
     void version2_withoutPalettes();
     void notSpriteFiles_data();
     void notSpriteFiles();
+    void equalBlocksAreShared_data();
     void equalBlocksAreShared();
     void writer_formats_data();
     void writer_formats();
@@ -463,29 +465,82 @@ void tst_SffFiles::notSpriteFiles()
 }
 
 // Separate blocks with equal pixels come out sharing one record, whatever their stored form, and are
-// written as links.
+// written as links. The pixels are compared row by row, so rows that differ only at the end count.
+void tst_SffFiles::equalBlocksAreShared_data()
+{
+    QTest::addColumn<QList<QByteArray>>("blocks"); // a format byte, then the block
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<QList<int>>("shares"); // per sprite, the first sprite with the same pixels
+    const auto png = [](const QImage& image, int quality) {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "PNG", quality);
+        return bytes;
+    };
+    const auto tagged = [](int format, const QByteArray& block) { return char(format) + block; };
+    const QImage image = indexedImage(12, 9, 20);
+    QImage lastRow = image;
+    lastRow.scanLine(8)[11] = 3;
+    QTest::newRow("rle8, png8, another, rle8 again")
+        << QList<QByteArray>{tagged(2, encodeRLE8(image)), tagged(10, encodePNG(image)),
+                             tagged(2, encodeRLE8(indexedImage(12, 9, 20, 1))), tagged(2, encodeRLE8(image))}
+        << QSize(12, 9) << 8 << QList<int>{0, 0, 2, 0};
+    QTest::newRow("png8 at two levels, lz5")
+        << QList<QByteArray>{tagged(10, png(image, 0)), tagged(10, png(image, 100)),
+                             tagged(4, encodeLZ5(image))}
+        << QSize(12, 9) << 8 << QList<int>{0, 0, 0};
+    QTest::newRow("the last pixel differs")
+        << QList<QByteArray>{tagged(10, encodePNG(image)), tagged(10, encodePNG(lastRow)),
+                             tagged(2, encodeRLE8(lastRow)), tagged(4, encodeLZ5(image))}
+        << QSize(12, 9) << 8 << QList<int>{0, 1, 1, 0};
+    QImage argb(40, 30, QImage::Format_ARGB32);
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x)
+            argb.setPixel(x, y, qRgba(x * 6, y * 8, 100, y < 20 ? 255 : x * 6));
+    QImage alpha = argb;
+    alpha.setPixel(39, 29, qRgba(234, 232, 100, 7));
+    QTest::newRow("png32: equal at two levels, alpha differs at the end")
+        << QList<QByteArray>{tagged(12, png(argb, 100)), tagged(12, png(alpha, 0)), tagged(12, png(argb, 0))}
+        << QSize(40, 30) << 32 << QList<int>{0, 1, 0};
+    // More sprites of one size than are compared directly: pairs with equal pixels in other forms.
+    QList<QByteArray> many;
+    QList<int> shares;
+    for (int i = 0; i < 12; ++i) {
+        const QImage one = indexedImage(16, 64, 30, i / 2);
+        many << (i % 2 ? tagged(10, encodePNG(one)) : tagged(2, encodeRLE8(one)));
+        shares << (i / 2) * 2;
+    }
+    QTest::newRow("twelve of one size") << many << QSize(16, 64) << 8 << shares;
+}
+
 void tst_SffFiles::equalBlocksAreShared()
 {
-    const QImage image = indexedImage(12, 9, 20);
-    V2Sprite rle{encodeRLE8(image), 1, 0, 12, 9};
-    V2Sprite png{encodePNG(image), 1, 1, 12, 9};
-    png.format = 10;
-    V2Sprite other{encodeRLE8(indexedImage(12, 9, 20, 1)), 1, 2, 12, 9};
-    V2Sprite again{encodeRLE8(image), 1, 3, 12, 9};
-    const QString path = write(v2(QSFF::Version201, {{rgbaColours(), 1, 1}}, {rle, png, other, again}));
+    QFETCH(QList<QByteArray>, blocks);
+    QFETCH(QSize, size);
+    QFETCH(int, depth);
+    QFETCH(QList<int>, shares);
+    QList<V2Sprite> nodes;
+    for (int i = 0; i < blocks.size(); ++i) {
+        V2Sprite node{blocks.at(i).mid(1), 1, i, size.width(), size.height()};
+        node.format = uchar(blocks.at(i).at(0));
+        node.depth = depth;
+        nodes << node;
+    }
+    const QString path = write(v2(QSFF::Version201, {{rgbaColours(), 1, 1}}, nodes));
     QSprites sprites;
     QVERIFY(sprites.fromFile(path));
-    QCOMPARE(sprites.at(1)->imageRecord(), sprites.at(0)->imageRecord());
-    QCOMPARE(sprites.at(3)->imageRecord(), sprites.at(0)->imageRecord());
-    QVERIFY(sprites.at(2)->imageRecord() != sprites.at(0)->imageRecord());
-    QVERIFY(sprites.at(0)->imageIsShared());
+    for (int i = 0; i < shares.size(); ++i) {
+        QCOMPARE(sprites.at(uint(i))->imageRecord(), sprites.at(uint(shares.at(i)))->imageRecord());
+        QCOMPARE(pixelsOf(sprites, uint(i)), pixelsOf(sprites, uint(shares.at(i))));
+    }
     const QString saved = dir.filePath(QStringLiteral("linked.sff"));
     QVERIFY(sprites.toFile(saved));
     QSprites reread;
     QVERIFY(reread.fromFile(saved));
-    QCOMPARE(reread.storedLayout().sprites.at(1).link, 0);
-    QCOMPARE(reread.storedLayout().sprites.at(3).link, 0);
-    QCOMPARE(reread.storedLayout().sprites.at(2).link, -1);
+    for (int i = 0; i < shares.size(); ++i)
+        QCOMPARE(reread.storedLayout().sprites.at(i).link, shares.at(i) == i ? -1 : shares.at(i));
 }
 
 void tst_SffFiles::writer_formats_data()

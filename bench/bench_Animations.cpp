@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QStringList>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <benchmark/benchmark.h>
 
 // An AIR text of the given number of lines in the shape of a character's file: named actions with
@@ -115,7 +116,17 @@ static QString largestAir()
     return largest;
 }
 
-// Reading the bytes of the largest AIR of the test data: the floor that loading is measured against.
+static QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+// The floors that loading is measured against, each on the largest AIR of the test data: (a) reading
+// its bytes, (b) that plus decoding and cutting the text into lines, (c) the text document alone
+// taking the decoded text. The document is the file's one source of truth, so (c) is what any design
+// of the element layer pays at least.
 static void BM_AirReadBytes(benchmark::State& state)
 {
     const QString path = largestAir();
@@ -125,9 +136,7 @@ static void BM_AirReadBytes(benchmark::State& state)
     }
     qint64 bytes = 0;
     for (auto _ : state) {
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        const QByteArray data = file.readAll();
+        const QByteArray data = readAll(path);
         bytes += data.size();
         benchmark::DoNotOptimize(data.constData());
     }
@@ -135,7 +144,38 @@ static void BM_AirReadBytes(benchmark::State& state)
 }
 BENCHMARK(BM_AirReadBytes)->Unit(benchmark::kMicrosecond);
 
-// Loading the same file into the document with every element bound to the model.
+static void BM_AirDecodeLines(benchmark::State& state)
+{
+    const QString path = largestAir();
+    if (path.isEmpty()) {
+        state.SkipWithError("TAVREL_TESTDATA names no folder with AIR files");
+        return;
+    }
+    for (auto _ : state) {
+        const QStringList lines = QString::fromUtf8(readAll(path)).split(QLatin1Char('\n'));
+        benchmark::DoNotOptimize(lines.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * QFileInfo(path).size());
+}
+BENCHMARK(BM_AirDecodeLines)->Unit(benchmark::kMicrosecond);
+
+static void BM_AirDocumentOnly(benchmark::State& state)
+{
+    const QString path = largestAir();
+    if (path.isEmpty()) {
+        state.SkipWithError("TAVREL_TESTDATA names no folder with AIR files");
+        return;
+    }
+    const QString text = QString::fromUtf8(readAll(path));
+    QTextDocument document;
+    for (auto _ : state)
+        document.setPlainText(text);
+    state.SetBytesProcessed(state.iterations() * QFileInfo(path).size());
+}
+BENCHMARK(BM_AirDocumentOnly)->Unit(benchmark::kMicrosecond);
+
+// (d) Loading the same file as a project does: reading, decoding, the document, and every element
+// bound to the model.
 static void BM_AirLoadLargest(benchmark::State& state)
 {
     const QString path = largestAir();
@@ -151,6 +191,22 @@ static void BM_AirLoadLargest(benchmark::State& state)
 }
 BENCHMARK(BM_AirLoadLargest)->Unit(benchmark::kMicrosecond);
 
+// The part of (d) that is the element layer's: the decoded text into the document with the model bound.
+static void BM_AirLoadLargestText(benchmark::State& state)
+{
+    const QString path = largestAir();
+    if (path.isEmpty()) {
+        state.SkipWithError("TAVREL_TESTDATA names no folder with AIR files");
+        return;
+    }
+    const QString text = QString::fromUtf8(readAll(path));
+    QBenchAir air;
+    for (auto _ : state)
+        air.model.fromText(text);
+    state.SetBytesProcessed(state.iterations() * QFileInfo(path).size());
+}
+BENCHMARK(BM_AirLoadLargestText)->Unit(benchmark::kMicrosecond);
+
 // Loading generated text of 20,000 lines.
 static void BM_AirLoadText(benchmark::State& state)
 {
@@ -161,6 +217,17 @@ static void BM_AirLoadText(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BM_AirLoadText)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+// Its floor: the text document alone taking the same text.
+static void BM_AirDocumentOnlyText(benchmark::State& state)
+{
+    const QString text = makeAir(int(state.range(0)));
+    QTextDocument document;
+    for (auto _ : state)
+        document.setPlainText(text);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_AirDocumentOnlyText)->Arg(20000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {

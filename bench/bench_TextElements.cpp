@@ -1,125 +1,45 @@
-#include "NameCmmReg.h"
-#include "QElementTextEditor.h"
-#include "QGroupHeader.h"
-#include "QTextElementPool.h"
-#include "QTextElementReg.h"
-#include "QTextElementType.h"
-#include "UnknownGrpReg.h"
+// The small element language of the tests: "[Section n]" headers, "item n" lines, name comments and
+// empty lines, without a model on top.
+#include "../tests/documents/TestElements.h"
 
 #include <QCoreApplication>
 #include <QStringList>
 #include <QTextCursor>
 #include <benchmark/benchmark.h>
 
-// A frame-like line "a, b, c, d, e" and an action-like header "[Begin Action n]": the shapes of an AIR
-// file, with its comments and empty lines, without the animation model on top.
-class QBenchFrame : public QTextElement
-{
-public:
-    int values[5] = {};
-    int type() const override { return etFrame; }
-    void release() override { QTextElementPool<QBenchFrame>::release(this); }
-    void parse(const QList<QTextToken*>& tokens) override
-    {
-        for (int i = 0; i < 5; ++i)
-            values[i] = tokens.at(i * 2)->text.toInt();
-    }
-};
-
-class QBenchFrameReg : public QTextElementReg
-{
-public:
-    int type() const override { return etFrame; }
-    int firstCharClass() const override { return charClass(2); }
-    bool match(int index, const QTextToken& token) override
-    {
-        if (index < 9) return index % 2 ? token.kind == tkComma : token.kind == tkInteger;
-        return true;
-    }
-    QTextElement* create() override { return QTextElementPool<QBenchFrame>::create(); }
-};
-
-class QBenchAction : public QGroupHeader
-{
-public:
-    int number = 0;
-    int type() const override { return etAnimation; }
-    void release() override
-    {
-        QGroupHeader::release();
-        QTextElementPool<QBenchAction>::release(this);
-    }
-    void parse(const QList<QTextToken*>& tokens) override { number = tokens.at(3)->text.toInt(); }
-};
-
-class QBenchActionReg : public QTextElementReg
-{
-public:
-    int type() const override { return etAnimation; }
-    int firstCharClass() const override { return charClass(3, '['); }
-    bool match(int index, const QTextToken& token) override
-    {
-        switch (index) {
-        case 0:
-            return token.kind == tkLeftBracket;
-        case 1:
-            return token.kind == tkIdentifier &&
-                   token.text.compare(QLatin1String("begin"), Qt::CaseInsensitive) == 0;
-        case 2:
-            return token.kind == tkIdentifier &&
-                   token.text.compare(QLatin1String("action"), Qt::CaseInsensitive) == 0;
-        case 3:
-            return token.kind == tkInteger;
-        case 4:
-            return token.kind == tkRightBracket;
-        default:
-            return true;
-        }
-    }
-    QTextElement* create() override { return QTextElementPool<QBenchAction>::create(); }
-};
-
 static QString makeDocument(int lines)
 {
     QStringList text;
-    for (int action = 0; text.size() < lines; ++action) {
-        text << QStringLiteral("; Action %1").arg(action) << QStringLiteral("[Begin Action %1]").arg(action);
-        for (int frame = 0; frame < 12 && text.size() < lines; ++frame)
-            text << QStringLiteral("%1,%2, 0,0, 5").arg(action).arg(frame);
+    for (int section = 0; text.size() < lines; ++section) {
+        text << QStringLiteral("; Section %1").arg(section) << QStringLiteral("[Section %1]").arg(section);
+        for (int item = 0; item < 12 && text.size() < lines; ++item)
+            text << QStringLiteral("item %1").arg(section * 100 + item);
         text << QString();
     }
     return text.mid(0, lines).join(QLatin1Char('\n'));
 }
 
-static void enable(QElementTextEditor& editor)
-{
-    editor.setTypeEnabled(true, etAnimation, 0);
-    editor.setTypeEnabled(true, etFrame, 0);
-    editor.setTypeEnabled(true, etNameComment, 0);
-    editor.setTypeEnabled(true, etUnknownGroup, 0);
-}
-
-// The end of a frame line in the middle of the document.
-static int middleFrameEnd(const QElementTextEditor& editor)
+// The end of an item line in the middle of the document.
+static int middleItemEnd(const QElementTextEditor& editor)
 {
     QTextBlock block = editor.document->findBlockByNumber(editor.document->blockCount() / 2);
-    while (!block.text().endsWith(QLatin1String(", 5")))
+    while (!block.text().startsWith(QLatin1String("item")))
         block = block.next();
     return block.position() + block.length() - 1;
 }
 
-// One character typed at the end of a frame line and taken back with a backspace: two keystrokes of a
+// One character typed at the end of an item line and taken back with a backspace: two keystrokes of a
 // user, each re-reading its line and telling the listeners.
 static void keystrokes(benchmark::State& state, bool connected)
 {
     QElementTextEditor editor(connected);
-    enable(editor);
+    enableTestElements(editor);
     editor.setPlainText(makeDocument(int(state.range(0))));
     int heard = 0;
     QObject::connect(&editor, &QElementTextEditor::update,
                      [&heard](QElementTextEditor*, QList<QTextElementChange>&) { ++heard; });
     QTextCursor cursor(editor.document);
-    const int position = middleFrameEnd(editor);
+    const int position = middleItemEnd(editor);
     for (auto _ : state) {
         cursor.setPosition(position);
         cursor.insertText(QStringLiteral("0"));
@@ -147,24 +67,24 @@ BENCHMARK(BM_KeystrokeTextOnly)->Arg(1000)->Arg(5000)->Arg(20000);
 static void BM_ContentsChangedOneLine(benchmark::State& state)
 {
     QElementTextEditor editor(false);
-    enable(editor);
+    enableTestElements(editor);
     editor.setPlainText(makeDocument(int(state.range(0))));
-    const int position = middleFrameEnd(editor);
+    const int position = middleItemEnd(editor);
     for (auto _ : state)
         editor.contentsChanged(position, 0, 1);
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_ContentsChangedOneLine)->Arg(1000)->Arg(5000)->Arg(20000);
 
-// Enter in the middle of a frame line and a backspace joining it again: the line loses and regains
+// Enter in the middle of an item line and a backspace joining it again: the line loses and regains
 // its element, and the join makes the document look for the element of the merged-away line.
 static void BM_SplitAndJoin(benchmark::State& state)
 {
     QElementTextEditor editor;
-    enable(editor);
+    enableTestElements(editor);
     editor.setPlainText(makeDocument(int(state.range(0))));
     QTextCursor cursor(editor.document);
-    const int position = middleFrameEnd(editor) - 3;
+    const int position = middleItemEnd(editor) - 3;
     for (auto _ : state) {
         cursor.setPosition(position);
         cursor.insertText(QStringLiteral("\n"));
@@ -179,7 +99,7 @@ static void BM_SetPlainText(benchmark::State& state)
 {
     const QString text = makeDocument(int(state.range(0)));
     QElementTextEditor editor;
-    enable(editor);
+    enableTestElements(editor);
     for (auto _ : state)
         editor.setPlainText(text);
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -189,10 +109,7 @@ BENCHMARK(BM_SetPlainText)->Arg(1000)->Arg(20000);
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    QTextElementReg::add(new QBenchActionReg);
-    QTextElementReg::add(new QBenchFrameReg);
-    QTextElementReg::add(new NameCmmReg);
-    QTextElementReg::add(new UnknownGrpReg);
+    registerTestElements();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

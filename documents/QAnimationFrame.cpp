@@ -13,6 +13,8 @@
 #include <QRegularExpression>
 #include <QTextCursor>
 
+#include <tuple>
+
 namespace {
 
 // A token that stands for a column; the comment token of a line ending before a section is none.
@@ -28,10 +30,17 @@ QString number(double value)
     return QString::number(value, 'g', 6);
 }
 
-// The value that a fresh reading of the written line gives, so that model and text never differ.
+// The value that a fresh reading of the written line gives, so that model and text never differ. Only
+// real numbers can differ from what they are written as.
 double asWritten(double value)
 {
     return number(value).toDouble();
+}
+
+template <class T>
+T asWritten(T value)
+{
+    return value;
 }
 
 } // namespace
@@ -201,90 +210,41 @@ void QAnimationFrame::setValues(int group, int index, int x, int y, int ticks, i
                                 QAnimationFrameBlend blendMode, QBlendTarget target, double scaleXValue,
                                 double scaleYValue, double angleValue)
 {
-    scaleXValue = asWritten(scaleXValue);
-    scaleYValue = asWritten(scaleYValue);
-    angleValue = asWritten(angleValue);
-    if (group == spriteGroup && index == spriteIndex && x == offsetX && y == offsetY && ticks == time &&
-        flipBits == flip && blendMode == blend && target == blendTarget && scaleXValue == scaleX &&
-        scaleYValue == scaleY && angleValue == angle)
-        return;
-    spriteGroup = group;
-    spriteIndex = index;
-    offsetX = x;
-    offsetY = y;
-    time = ticks;
-    flip = flipBits;
-    blend = blendMode;
-    blendTarget = target;
-    scaleX = scaleXValue;
-    scaleY = scaleYValue;
-    angle = angleValue;
+    const auto wanted =
+        std::make_tuple(group, index, x, y, ticks, flipBits, blendMode, target, asWritten(scaleXValue),
+                        asWritten(scaleYValue), asWritten(angleValue));
+    auto stored = std::tie(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX,
+                           scaleY, angle);
+    if (stored == wanted) return;
+    stored = wanted;
+    write();
+}
+
+template <class T>
+void QAnimationFrame::setField(T QAnimationFrame::*field, T value)
+{
+    value = asWritten(value);
+    if (this->*field == value) return;
+    this->*field = value;
+    write();
+}
+
+// The kinds of field that the setters store.
+template void QAnimationFrame::setField(int QAnimationFrame::*, int);
+template void QAnimationFrame::setField(double QAnimationFrame::*, double);
+template void QAnimationFrame::setField(QAnimationFrameBlend QAnimationFrame::*, QAnimationFrameBlend);
+template void QAnimationFrame::setField(QBlendTarget QAnimationFrame::*, QBlendTarget);
+
+void QAnimationFrame::write()
+{
+    // A number that the line cannot hold exactly is kept as the line says it, so that the model
+    // never differs from a fresh reading of its text.
+    scaleX = asWritten(scaleX);
+    scaleY = asWritten(scaleY);
+    angle = asWritten(angle);
     if (!editor) return;
     setLine(text());
     if (QAnimations* model = QAnimations::modelOf(editor)) model->elementWritten(this);
-}
-
-void QAnimationFrame::setSpriteGroup(int value)
-{
-    setValues(value, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, scaleY, angle);
-}
-
-void QAnimationFrame::setSpriteIndex(int value)
-{
-    setValues(spriteGroup, value, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, scaleY, angle);
-}
-
-void QAnimationFrame::setOffsetX(int value)
-{
-    setValues(spriteGroup, spriteIndex, value, offsetY, time, flip, blend, blendTarget, scaleX, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setOffsetY(int value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, value, time, flip, blend, blendTarget, scaleX, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setTime(int value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, value, flip, blend, blendTarget, scaleX, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setFlip(int value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, value, blend, blendTarget, scaleX, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setBlend(QAnimationFrameBlend value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, value, blendTarget, scaleX, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setBlendTarget(QBlendTarget value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, value, scaleX, scaleY, angle);
-}
-
-void QAnimationFrame::setScaleX(double value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, value, scaleY,
-              angle);
-}
-
-void QAnimationFrame::setScaleY(double value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, value,
-              angle);
-}
-
-void QAnimationFrame::setAngle(double value)
-{
-    setValues(spriteGroup, spriteIndex, offsetX, offsetY, time, flip, blend, blendTarget, scaleX, scaleY,
-              value);
 }
 
 QInterFrameElement* QAnimationFrame::interFrame(QInterFrameElementType markType) const

@@ -47,21 +47,21 @@ public:
     // The line of a frame added through the model.
     static QString newFrameText();
 
-    // Stores the whole tuple and rewrites the line when any field differs; every setter ends here.
+    // Store the whole tuple, or one field of it, and rewrite the line when anything differs.
     void setValues(int group, int index, int x, int y, int ticks, int flipBits,
                    QAnimationFrameBlend blendMode, QBlendTarget target, double scaleXValue,
                    double scaleYValue, double angleValue);
-    void setSpriteGroup(int value);
-    void setSpriteIndex(int value);
-    void setOffsetX(int value);
-    void setOffsetY(int value);
-    void setTime(int value);
-    void setFlip(int value);
-    void setBlend(QAnimationFrameBlend value);
-    void setBlendTarget(QBlendTarget value);
-    void setScaleX(double value);
-    void setScaleY(double value);
-    void setAngle(double value);
+    void setSpriteGroup(int value) { setField(&QAnimationFrame::spriteGroup, value); }
+    void setSpriteIndex(int value) { setField(&QAnimationFrame::spriteIndex, value); }
+    void setOffsetX(int value) { setField(&QAnimationFrame::offsetX, value); }
+    void setOffsetY(int value) { setField(&QAnimationFrame::offsetY, value); }
+    void setTime(int value) { setField(&QAnimationFrame::time, value); }
+    void setFlip(int value) { setField(&QAnimationFrame::flip, value); }
+    void setBlend(QAnimationFrameBlend value) { setField(&QAnimationFrame::blend, value); }
+    void setBlendTarget(QBlendTarget value) { setField(&QAnimationFrame::blendTarget, value); }
+    void setScaleX(double value) { setField(&QAnimationFrame::scaleX, value); }
+    void setScaleY(double value) { setField(&QAnimationFrame::scaleY, value); }
+    void setAngle(double value) { setField(&QAnimationFrame::angle, value); }
 
     QInterFrameElement* interFrame(QInterFrameElementType markType) const;
     bool checkInterFrame(QInterFrameElementType markType) const { return interFrame(markType) != nullptr; }
@@ -77,4 +77,10 @@ public:
     QString clsnText() const;
     // Reads declarations with their box lines, as clsnText() gives them, and adds every box.
     void importClsnText(const QString& text);
+
+private:
+    template <class T>
+    void setField(T QAnimationFrame::*field, T value);
+    // Writes the line from the stored values and tells the model.
+    void write();
 };

@@ -275,6 +275,12 @@ void QAnimations::update(QElementTextEditor* source, QList<QTextElementChange>& 
 {
     if (source != textEditor) return;
     Settle settle;
+    if (textEditor->isReloading()) {
+        // A whole new text: one walk down the lines reads it as a fresh document.
+        readAfresh(settle);
+        finishUpdate(settle);
+        return;
+    }
     QList<QAnimation*> added;
 
     for (const QTextElementChange& change : changes) {
@@ -381,11 +387,94 @@ void QAnimations::update(QElementTextEditor* source, QList<QTextElementChange>& 
 
     if (settle.rowsChanged && !animations.isEmpty())
         emit dataChanged(index(0), index(int(animations.size()) - 1), {Qt::DisplayRole});
+    finishUpdate(settle);
+}
+
+void QAnimations::finishUpdate(Settle& settle)
+{
     rewrite(settle);
     if (currentIndex >= animations.size()) currentIndex = qMax(0, int(animations.size()) - 1);
     if (rewriteOnLoad) {
         emit changed();
         check();
+    }
+}
+
+void QAnimations::readAfresh(Settle& settle)
+{
+    // The same links that the change handlers settle, read top down: a section's frames are those
+    // up to the next header; a frame takes the nearest set of each slot and the nearest mark of each
+    // type from the run of marks, sets and boxes right above it; a set takes the box lines right
+    // below it. Name comments stand anywhere in between without ending anything.
+    beginResetModel();
+    animations.clear();
+    QAnimation* owner = nullptr;
+    QCollisionBoxes* set = nullptr;
+    QList<QTextElement*> run;
+    for (QTextElement* element = textEditor->firstElement; element; element = element->next) {
+        const int type = element->type();
+        if (type == etNameComment) continue;
+        if (type != etCollisionBox) set = nullptr;
+        switch (type) {
+        case etCollisionBox: {
+            auto* box = static_cast<QCollisionBox*>(element);
+            box->parent = set;
+            if (set) set->boxes.append(box);
+            break;
+        }
+        case etCollisionBoxes:
+            set = static_cast<QCollisionBoxes*>(element);
+            set->frame = nullptr;
+            set->boxes.clear();
+            run.append(set);
+            break;
+        case etInterFrame:
+            static_cast<QInterFrameElement*>(element)->frame = nullptr;
+            run.append(element);
+            break;
+        case etFrame: {
+            auto* frame = static_cast<QAnimationFrame*>(element);
+            frame->parent = owner;
+            if (owner) owner->frames.append(frame);
+            claimRun(frame, run);
+            run.clear();
+            break;
+        }
+        default:
+            run.clear();
+            if (!(element->flags() & etSection)) break;
+            owner = type == etAnimation ? static_cast<QAnimation*>(element) : nullptr;
+            if (owner) {
+                owner->frames.clear();
+                owner->currentFrameIndex = 0;
+                animations.append(owner);
+            }
+            break;
+        }
+        // Sets read from a new text renumber their boxes unless the text is being loaded.
+        if (rewriteOnLoad && set && type == etCollisionBox) settle.rewrite(set, 0);
+    }
+    endResetModel();
+}
+
+void QAnimations::claimRun(QAnimationFrame* frame, const QList<QTextElement*>& run)
+{
+    std::fill(std::begin(frame->boxes), std::end(frame->boxes), nullptr);
+    frame->interFrames.clear();
+    // The nearest of each kind wins: the run is read from the frame upward.
+    for (auto it = run.crbegin(); it != run.crend(); ++it) {
+        if ((*it)->type() == etCollisionBoxes) {
+            auto* set = static_cast<QCollisionBoxes*>(*it);
+            QCollisionBoxes*& slot = frame->boxes[int(set->clsnType)];
+            if (slot) continue;
+            slot = set;
+            set->frame = frame;
+        } else {
+            auto* mark = static_cast<QInterFrameElement*>(*it);
+            if (frame->interFrame(mark->markType)) continue;
+            frame->interFrames.prepend(mark);
+            mark->frame = frame;
+        }
     }
 }
 

@@ -103,6 +103,9 @@ private:
     void settleFrame(QAnimationFrame* frame, Settle& settle);
     void settleSet(QCollisionBoxes* set, Settle& settle);
     void rewrite(Settle& settle);
+    void finishUpdate(Settle& settle);
+    void readAfresh(Settle& settle);
+    static void claimRun(QAnimationFrame* frame, const QList<QTextElement*>& run);
     void insertText(int position, QString text);
 
     QPointer<QElementTextEditor> textEditor;

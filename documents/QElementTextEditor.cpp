@@ -9,24 +9,29 @@
 
 #include <QVarLengthArray>
 
+#include <algorithm>
 #include <deque>
+#include <utility>
 
-// The tokens of one line. Tokens live in a deque so that the pointers handed to parse() stay put.
+// The tokens of one line. Tokens live in a deque so that the pointers handed to parse() stay put, and
+// they are kept from line to line, so that reading a line allocates nothing once their texts have
+// grown to the longest token seen.
 struct QTextLineTokens
 {
     std::deque<QTextToken> store;
     QList<QTextToken*> list;
 
-    void clear()
-    {
-        store.clear();
-        list.clear();
-    }
+    void clear() { list.clear(); }
     QTextToken* add(int kind, int column, const QString& text)
     {
-        store.push_back(QTextToken{kind, column, text});
-        list.append(&store.back());
-        return &store.back();
+        if (size_t(list.size()) == store.size()) store.emplace_back();
+        QTextToken* token = &store[size_t(list.size())];
+        token->kind = kind;
+        token->column = column;
+        token->text.resize(0);
+        token->text.append(text);
+        list.append(token);
+        return token;
     }
 };
 
@@ -241,6 +246,14 @@ void QElementTextEditor::emitUpdate(QList<QTextElementChange>& changes)
     emit update(this, changes);
 }
 
+void QElementTextEditor::report(QList<QTextElementChange>& changes, bool wholeText)
+{
+    // A slot that writes lines may start a pass of its own, which is no whole text.
+    const bool outer = std::exchange(reloading, wholeText);
+    emitUpdate(changes);
+    reloading = outer;
+}
+
 void QElementTextEditor::finishPass(bool structureChanged)
 {
     if (editDepth > 0)
@@ -315,7 +328,7 @@ void QElementTextEditor::contentsChanged(int position, int charsRemoved, int cha
     }
 
     if (changes.isEmpty()) return;
-    emitUpdate(changes);
+    report(changes, false);
     releaseRemoved(changes);
     finishPass(structureChanged);
 }
@@ -352,7 +365,7 @@ void QElementTextEditor::rescan()
         changes.append(QTextElementChange{ElementAdded, above});
     }
     if (!changes.isEmpty()) {
-        emitUpdate(changes);
+        report(changes, false);
         releaseRemoved(changes);
     }
     if (editDepth > 0)
@@ -363,11 +376,63 @@ void QElementTextEditor::rescan()
 
 void QElementTextEditor::setPlainText(const QString& text)
 {
-    const int oldLength = document->characterCount();
+    // The whole text goes, so every element goes. They leave the list at once, unlinked, so that
+    // nobody who handles the removals walks thousands of lost neighbours, and the new lines are read in
+    // one pass in line order, each element appended behind the last.
+    QList<QTextElementChange> changes;
+    for (QTextElement* element = tail; element;) {
+        QTextElement* above = element->previous;
+        lose(element, changes);
+        element->previous = nullptr;
+        element->next = nullptr;
+        element = above;
+    }
+    firstElement = nullptr;
+    tail = nullptr;
     ++ignore;
     document->setPlainText(text);
     --ignore;
-    contentsChanged(0, oldLength, document->characterCount());
+    lostData = 0;
+
+    // Lines are read from the text itself where the document cut it at line feeds only, which spares
+    // a copy of every line.
+    const bool lineFeedsOnly = std::none_of(text.cbegin(), text.cend(), [](QChar c) {
+        const ushort u = c.unicode();
+        return u == '\r' || u == QChar::ParagraphSeparator || u == 0xfdd0 || u == 0xfdd1;
+    });
+    QTextScanner scanner;
+    QTextLineTokens tokens;
+    QString copy;
+    qsizetype from = 0;
+    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next()) {
+        const qsizetype length = block.length() - 1;
+        if (lineFeedsOnly && from + length <= text.size() &&
+            (from + length == text.size() || text.at(from + length) == QLatin1Char('\n'))) {
+            scanner.setText(QStringView(text).mid(from, length));
+        } else {
+            copy = block.text();
+            scanner.setText(QStringView(copy));
+        }
+        from += length + 1;
+        const int kind = scanner.next();
+        if (kind == tkEnd && !scanner.hasComment()) continue;
+        tokens.clear();
+        if (QTextElementReg* reg = findRecogniser(block, scanner, kind, tokens))
+            changes.append(QTextElementChange{ElementAdded, bind(reg, block, tail, tokens.list)});
+    }
+
+    if (changes.isEmpty()) return;
+    report(changes, true);
+    // The removed elements are out of the list already: they only go back to their pools.
+    for (const QTextElementChange& change : std::as_const(changes)) {
+        if (change.type != ElementRemoved) continue;
+        QTextElement* element = change.element;
+        element->valid = true;
+        element->release();
+        element->editor = nullptr;
+        element->block = QTextBlock();
+    }
+    finishPass(true);
 }
 
 void QElementTextEditor::appendLine(const QString& text)

@@ -55,8 +55,12 @@ public:
     // Re-reads every line: adds and removes elements, leaving those whose kind still fits untouched.
     // A model calls it after enabling its kinds on a document that already holds text.
     void rescan();
-    // Replaces the whole text and re-reads it in one pass.
+    // Replaces the whole text and re-reads it in one pass. The removed elements are reported already
+    // out of the list, with no neighbours.
     void setPlainText(const QString& text);
+    // True while update() reports a whole new text: every element of the document is in the change
+    // list, so that a model may read the document afresh instead of following each change.
+    bool isReloading() const { return reloading; }
 
     // New lines, each through the guarded cursor. insertLineBefore at the top of the document leaves
     // an empty first line.
@@ -98,10 +102,12 @@ private:
     void link(QTextElement* element, QTextElement* predecessor);
     void releaseElement(QTextElement* element);
     void releaseRemoved(const QList<QTextElementChange>& changes);
+    void report(QList<QTextElementChange>& changes, bool wholeText);
     void finishPass(bool structureChanged);
 
     QTextElement* tail = nullptr;
     int lostData = 0;
+    bool reloading = false;
     QList<QTextElementReg*> enabled;
     int enabledGeneration = -1;
 };

@@ -14,6 +14,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 int utf8Index()
@@ -76,12 +78,22 @@ void QSyntaxTextEditor::setLanguage(int type)
 {
     if (type != SyntaxMugen && type != SyntaxLua) type = SyntaxNone;
     if (m_processor && m_processor->syntaxType() == type) return;
+    // Colours come and go with the processor; the text stays, so its lines are not read again.
+    ++ignore;
     delete m_processor;
     m_processor = QSyntaxProcessorFactory::create(type, document, m_mugenVersion);
     connect(m_processor->hierarchy(), &QSyntaxHierarchy::updated, this, &QSyntaxTextEditor::hierarchyUpdated);
     // A new processor would wait for the event loop to read text that is already there, and ignore
     // edits until then.
-    if (!document->isEmpty()) m_processor->rehighlight();
+    if (!document->isEmpty()) {
+        m_processor->rehighlight();
+        const int made = ++processorsMade;
+        processorWaits = true;
+        QTimer::singleShot(0, this, [this, made] {
+            if (made == processorsMade) processorWaits = false;
+        });
+    }
+    --ignore;
 }
 
 void QSyntaxTextEditor::setMugenVersion(quint32 version)
@@ -100,13 +112,29 @@ bool QSyntaxTextEditor::load(const QString& path, int codec, bool keepIdentity)
     const QString decoded = QTextFileLines::decode(bytes, codec, &used, &bom);
     source.read(bytes, decoded, used, bom);
     data->codec = used;
-    setLanguage(detectLanguage(decoded));
+    // The text is coloured once: a processor of the same language reads it as it comes in; one of
+    // another language replaces the old one only when the text is there, and the old one is gone
+    // before, so that it reads nothing.
+    const int language = detectLanguage(decoded);
+    const bool replace = !m_processor || m_processor->syntaxType() != language;
+    if (replace) {
+        ++ignore;
+        delete m_processor;
+        m_processor = nullptr;
+        --ignore;
+    }
 
     const QString title = document->metaInformation(QTextDocument::DocumentTitle);
     const QString url = document->metaInformation(QTextDocument::DocumentUrl);
     setPlainText(source.text());
     source.bind(document);
-    m_processor->rehighlight();
+    if (replace) {
+        setLanguage(language);
+    } else if (processorWaits) {
+        ++ignore;
+        m_processor->rehighlight();
+        --ignore;
+    }
     document->setMetaInformation(QTextDocument::DocumentTitle, title);
     document->setMetaInformation(QTextDocument::DocumentUrl, url);
     if (!keepIdentity) setIdentity(path);
@@ -301,9 +329,20 @@ void QSyntaxTextEditor::updateGroups(const QList<QTextElementChange>& changes)
     }
 }
 
+bool QSyntaxTextEditor::readsParams(const QList<QTextElementChange>& changes) const
+{
+    for (auto it = typeCounts.cbegin(); it != typeCounts.cend(); ++it)
+        if (it.key().first == etGroupParam && it.value() > 0) return true;
+    // Parameters of a kind just disabled still leave their sections.
+    return std::any_of(changes.cbegin(), changes.cend(), [](const QTextElementChange& change) {
+        return change.element->type() == etGroupParam;
+    });
+}
+
 void QSyntaxTextEditor::emitUpdate(QList<QTextElementChange>& changes)
 {
     updateGroups(changes);
-    QParamGroup::bindParams(changes);
+    // Only a document that reads parameters has any to bind; the others spare the walks along the list.
+    if (readsParams(changes)) QParamGroup::bindParams(changes);
     QElementTextEditor::emitUpdate(changes);
 }

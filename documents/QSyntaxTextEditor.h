@@ -118,10 +118,15 @@ protected:
 
 private:
     void updateGroups(const QList<QTextElementChange>& changes);
+    bool readsParams(const QList<QTextElementChange>& changes) const;
     void setIdentity(const QString& path);
     void updateIssues();
 
     QSyntaxProcessor* m_processor = nullptr;
+    // A processor made on a document with text ignores edits until the event loop has let it read
+    // that text; processorsMade tells the newest such processor from older ones.
+    bool processorWaits = false;
+    int processorsMade = 0;
     QSyntaxTextEditorData* data;
     QTextCursor m_scriptCursor;
     QTimer hierarchyTimer;

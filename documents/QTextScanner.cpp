@@ -32,16 +32,21 @@ QTextScanner::QTextScanner(const QString& text)
 void QTextScanner::setText(const QString& text)
 {
     source = text;
-    pos = source.constData();
-    end = pos + source.size();
+    setText(QStringView(source));
+}
+
+void QTextScanner::setText(QStringView text)
+{
+    pos = text.data();
+    end = pos + text.size();
     col = 0;
     lineNumber = 1;
     ended = false;
     tokenKind = tkEnd;
     startColumn = 0;
-    tokenText.clear();
+    tokenText.resize(0);
     commentSeen = false;
-    commentText.clear();
+    commentText.resize(0);
     running.clear();
     tokenOnLine = false;
     lineHasContent = false;
@@ -63,6 +68,18 @@ void QTextScanner::append(QChar c)
     if (tokenText.size() < maxText) tokenText.append(c);
 }
 
+void QTextScanner::appendSince(const QChar* from)
+{
+    const qsizetype room = qMax<qsizetype>(0, maxText - tokenText.size());
+    tokenText.append(from, qMin<qsizetype>(pos - from, room));
+}
+
+void QTextScanner::takeDigits()
+{
+    while (pos < end && isDigit(*pos))
+        take();
+}
+
 int QTextScanner::finish(int kind)
 {
     tokenKind = kind;
@@ -81,7 +98,8 @@ void QTextScanner::readComment()
         take();
     int length = int(pos - from);
     if (length > 0 && from[length - 1].unicode() == '\r') --length;
-    commentText = QString(from, qMin(length, maxText));
+    commentText.resize(0);
+    commentText.append(from, qMin(length, maxText));
     commentSeen = true;
     if (tokenOnLine)
         running.clear();
@@ -102,22 +120,23 @@ void QTextScanner::endLine()
 int QTextScanner::readNumber()
 {
     int kind = tkInteger;
-    while (pos < end && isDigit(*pos))
-        append(take());
+    const QChar* from = pos;
+    takeDigits();
     if (pos < end && pos->unicode() == '.') {
-        append(take());
+        take();
         kind = tkReal;
-        while (pos < end && isDigit(*pos))
-            append(take());
+        takeDigits();
     }
+    appendSince(from);
     return finish(kind);
 }
 
 int QTextScanner::next()
 {
+    // The buffers keep their room from token to token.
     commentSeen = false;
-    commentText.clear();
-    tokenText.clear();
+    commentText.resize(0);
+    tokenText.resize(0);
     for (;;) {
         if (pos >= end) {
             ended = true;
@@ -169,10 +188,11 @@ int QTextScanner::next()
         return readNumber();
     }
     if (c.isLetter()) {
-        append(c);
+        const QChar* from = pos - 1;
         while (pos < end &&
                (pos->isLetter() || isDigit(*pos) || pos->unicode() == '.' || pos->unicode() == '_'))
-            append(take());
+            take();
+        appendSince(from);
         return finish(tkIdentifier);
     }
     switch (u) {
@@ -183,9 +203,10 @@ int QTextScanner::next()
         }
         if (peek().unicode() == '.') {
             take();
-            tokenText = QStringLiteral("-0.");
-            while (pos < end && isDigit(*pos))
-                append(take());
+            tokenText.append(QLatin1String("-0."));
+            const QChar* from = pos;
+            takeDigits();
+            appendSince(from);
             return finish(tkReal);
         }
         append(c);
@@ -194,30 +215,32 @@ int QTextScanner::next()
         if (isDigit(peek())) {
             // The digit is kept and read once more: ".5" is "0.55". Files in the wild were written
             // against this reading, so it stays.
-            tokenText = QStringLiteral("0.");
+            tokenText.append(QLatin1String("0."));
             append(peek());
-            while (pos < end && isDigit(*pos))
-                append(take());
+            const QChar* from = pos;
+            takeDigits();
+            appendSince(from);
             return finish(tkReal);
         }
         append(c);
         return finish(tkOther);
-    case '"':
+    case '"': {
         startColumn = col;
+        const QChar* from = pos;
         while (pos < end && pos->unicode() != '"') {
-            const QChar s = take();
-            if (s.unicode() == '\n') {
+            if (take().unicode() == '\n') {
                 ++lineNumber;
                 col = 0;
             }
-            append(s);
         }
+        appendSince(from);
         if (pos >= end) {
             ended = true;
             return finish(tkEnd);
         }
         take();
         return finish(tkString);
+    }
     case '<':
     case '>':
     case '!':

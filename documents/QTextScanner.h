@@ -3,6 +3,7 @@
 #include "QTextToken.h"
 
 #include <QString>
+#include <QStringView>
 
 // Cuts text into tokens. Made for one line of a document, but it reads several lines as well (the
 // font and sprite definitions readers use it that way): a line feed gives an end-of-line token and
@@ -15,6 +16,8 @@ public:
     explicit QTextScanner(const QString& text = QString());
 
     void setText(const QString& text);
+    // Reads the characters in place: they must stay as they are while the scanner reads them.
+    void setText(QStringView text);
 
     // Reads the next token and returns its kind; tkEnd at the end of the text.
     int next();
@@ -44,6 +47,9 @@ private:
     QChar peek(int ahead = 0) const;
     QChar take();
     void append(QChar c);
+    // Appends the characters from from up to the current position, as far as the token text has room.
+    void appendSince(const QChar* from);
+    void takeDigits();
     void readComment();
     int readNumber();
     void endLine();

@@ -134,3 +134,18 @@ inline QString checkModel(const QAnimations& model)
     }
     return QString();
 }
+
+// The model against a fresh reading of the document's text, names aside; an empty answer when they
+// agree, else the first action row that differs.
+inline QString compareWithFresh(const QAirDocument& document)
+{
+    QAirDocument fresh(document.text());
+    const QStringList mine = describeModel(document.model, false).split(QLatin1Char('\n'));
+    const QStringList theirs = describeModel(fresh.model, false).split(QLatin1Char('\n'));
+    for (int i = 0; i < qMax(mine.size(), theirs.size()); ++i)
+        if (mine.value(i) != theirs.value(i))
+            return QStringLiteral("action row %1: model '%2', fresh reading '%3'")
+                .arg(i)
+                .arg(mine.value(i), theirs.value(i));
+    return QString();
+}

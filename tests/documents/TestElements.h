@@ -106,6 +106,16 @@ inline void enableTestElements(QElementTextEditor& editor, bool sections = true)
     editor.setTypeEnabled(true, etUnknownGroup, 0);
 }
 
+// Splits "a|b|c" into the text "abc" and the selection between the marks (a cursor with one mark).
+inline void unmark(const QString& marked, QString& text, int& from, int& to)
+{
+    from = int(marked.indexOf(QLatin1Char('|')));
+    to = int(marked.indexOf(QLatin1Char('|'), from + 1));
+    text = marked;
+    text.remove(QLatin1Char('|'));
+    to = to < 0 ? from : to - 1;
+}
+
 // "I3" for item 3, "S1" for section 1, "U" for an unknown section, "N:text" for a name comment.
 inline QString describe(const QTextElement* element)
 {
@@ -217,6 +227,13 @@ public:
                 break;
             }
         }
+    }
+
+    // Takes the elements that the document holds now as known, for a listener that came after them.
+    void adoptElements()
+    {
+        for (QTextElement* element = editor.firstElement; element; element = element->next)
+            live.insert(element);
     }
 
     // The elements this listener believes in, against the document's list.

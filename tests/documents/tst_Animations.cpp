@@ -10,25 +10,6 @@
 #include <QTest>
 #include <QTextCursor>
 
-// Splits "a|b|c" into the text "abc" and the selection between the marks (a cursor with one mark).
-static void unmark(const QString& marked, QString& text, int& from, int& to)
-{
-    from = int(marked.indexOf(QLatin1Char('|')));
-    to = int(marked.indexOf(QLatin1Char('|'), from + 1));
-    text = marked;
-    text.remove(QLatin1Char('|'));
-    to = to < 0 ? from : to - 1;
-}
-
-// The model against a fresh reading of the document's text.
-static QString compareWithFresh(const QAirDocument& document)
-{
-    QAirDocument fresh(document.text());
-    const QString mine = describeModel(document.model, false);
-    const QString theirs = describeModel(fresh.model, false);
-    return mine == theirs ? QString() : mine + QStringLiteral("\n  differs from a fresh reading\n") + theirs;
-}
-
 static QAnimationFrame* firstFrame(const QAirDocument& document)
 {
     for (QAnimation* animation : document.model.animations)
@@ -162,6 +143,10 @@ void tst_Animations::frameSetters_data()
                            << "group" << 200.0 << "200,0, 0,0, 5";
     QTest::newRow("offset") << "0,0, 0,0, 5"
                             << "y" << -12.0 << "0,0, 0,-12, 5";
+    QTest::newRow("image") << "0,0, 0,0, 5"
+                           << "index" << 3.0 << "0,3, 0,0, 5";
+    QTest::newRow("offset x") << "0,0, 0,0, 5"
+                              << "x" << 7.0 << "0,0, 7,0, 5";
     QTest::newRow("same value leaves the line") << "0,0,0,0,5"
                                                 << "time" << 5.0 << "0,0,0,0,5";
 }
@@ -197,6 +182,10 @@ void tst_Animations::frameSetters()
         frame->setSpriteGroup(number);
     else if (field == QLatin1String("y"))
         frame->setOffsetY(number);
+    else if (field == QLatin1String("x"))
+        frame->setOffsetX(number);
+    else if (field == QLatin1String("index"))
+        frame->setSpriteIndex(number);
     QCOMPARE(document.editor.document->lastBlock().text(), expected);
     // The setter wrote its own line: the document did not read it again.
     QCOMPARE(updates, 0);
@@ -283,6 +272,13 @@ void tst_Animations::structure()
     // Loading rewrites nothing.
     QCOMPARE(document.text(), text);
     QVERIFY(!document.model.isModified());
+
+    // A load reads the text top down; the same text pasted is read by following each change.
+    QAirDocument pasted;
+    pasted.model.rewriteOnLoad = false;
+    QTextCursor(pasted.editor.document).insertText(text);
+    QCOMPARE(describeModel(pasted.model), model);
+    QCOMPARE(checkModel(pasted.model), QString());
 }
 
 void tst_Animations::typing_data()

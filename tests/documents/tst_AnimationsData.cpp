@@ -3,8 +3,11 @@
 // seeded run of random edits keeps text, elements and model in step after every step.
 
 #include "AnimationsTestSupport.h"
+#include "QNullSyntaxProcessor.h"
+#include "QSyntaxProcessorFactory.h"
 #include "TestData.h"
 
+#include <QColor>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -98,22 +101,6 @@ QByteArray readBytes(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString modelAgainstFresh(const QAirDocument& document)
-{
-    QAirDocument fresh(document.text());
-    const QString mine = describeModel(document.model, false);
-    const QString theirs = describeModel(fresh.model, false);
-    if (mine == theirs) return QString();
-    const QStringList a = mine.split(QLatin1Char('\n'));
-    const QStringList b = theirs.split(QLatin1Char('\n'));
-    for (int i = 0; i < qMax(a.size(), b.size()); ++i)
-        if (a.value(i) != b.value(i))
-            return QStringLiteral("action row %1: model '%2', fresh reading '%3'")
-                .arg(i)
-                .arg(a.value(i), b.value(i));
-    return QStringLiteral("differs");
-}
-
 } // namespace
 
 class tst_AnimationsData : public QObject
@@ -128,6 +115,7 @@ private Q_SLOTS:
     void independentCount();
     void realFiles_data();
     void realFiles();
+    void loadReadsOnce();
     void randomEdits_data();
     void randomEdits();
 };
@@ -188,10 +176,60 @@ void tst_AnimationsData::realFiles()
     QCOMPARE(model.frames, raw.frames);
     QCOMPARE(model.boxes, raw.boxes);
 
+    // A load reads the text top down; the same text pasted is read by following each change.
+    QAirDocument pasted;
+    pasted.model.rewriteOnLoad = false;
+    QTextCursor(pasted.editor.document).insertText(document.text());
+    QCOMPARE(describeModel(pasted.model), describeModel(document.model));
+
     QTemporaryDir dir;
     const QString copy = dir.filePath(QFileInfo(path).fileName());
     QVERIFY(document.model.toFile(copy));
     QCOMPARE(readBytes(copy), readBytes(path));
+}
+
+// A processor that colours every line and counts the lines it read.
+class QCountingProcessor : public QNullSyntaxProcessor
+{
+public:
+    using QNullSyntaxProcessor::QNullSyntaxProcessor;
+    static inline int lines = 0;
+
+protected:
+    void highlightBlock(const QString& text) override
+    {
+        QNullSyntaxProcessor::highlightBlock(text);
+        setFormat(0, int(text.size()), QColor(Qt::red));
+        ++lines;
+    }
+};
+
+// Loading colours every line once and reads it into the model once, also when the file replaces text
+// that was coloured before.
+void tst_AnimationsData::loadReadsOnce()
+{
+    TAVREL_REQUIRE_TESTDATA();
+    const QStringList files = TestData::files({QStringLiteral("*.air")});
+    if (files.isEmpty()) QSKIP("the test data holds no AIR file");
+    QSyntaxProcessorFactory::install([](int type, QTextDocument* document, quint32) -> QSyntaxProcessor* {
+        return new QCountingProcessor(document, type);
+    });
+    QAirDocument document;
+    int passes = 0;
+    connect(&document.editor, &QElementTextEditor::update, this,
+            [&passes](QElementTextEditor*, QList<QTextElementChange>&) { ++passes; });
+    for (int load = 0; load < 2; ++load) {
+        QCountingProcessor::lines = 0;
+        passes = 0;
+        QVERIFY(document.model.fromFile(files.first()));
+        // Every line once, and the one empty line that the document holds while it is cleared.
+        const int lines = document.editor.document->blockCount();
+        QVERIFY2(
+            QCountingProcessor::lines >= lines && QCountingProcessor::lines <= lines + 1,
+            qPrintable(QStringLiteral("%1 lines coloured for %2").arg(QCountingProcessor::lines).arg(lines)));
+        QCOMPARE(passes, 1);
+    }
+    QSyntaxProcessorFactory::install(nullptr);
 }
 
 void tst_AnimationsData::randomEdits_data()
@@ -382,7 +420,7 @@ void tst_AnimationsData::randomEdits()
         if (!invariants.isEmpty()) QFAIL(qPrintable(where + invariants));
         const QString links = checkModel(model);
         if (!links.isEmpty()) QFAIL(qPrintable(where + links));
-        const QString fresh = modelAgainstFresh(document);
+        const QString fresh = compareWithFresh(document);
         if (!fresh.isEmpty()) QFAIL(qPrintable(where + fresh));
     }
 }

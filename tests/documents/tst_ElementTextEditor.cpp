@@ -6,16 +6,6 @@
 
 #include <memory>
 
-// Splits "a|b|c" into the text "abc" and the selection between the marks (a cursor with one mark).
-static void unmark(const QString& marked, QString& text, int& from, int& to)
-{
-    from = int(marked.indexOf(QLatin1Char('|')));
-    to = int(marked.indexOf(QLatin1Char('|'), from + 1));
-    text = marked;
-    text.remove(QLatin1Char('|'));
-    to = to < 0 ? from : to - 1;
-}
-
 class tst_ElementTextEditor : public QObject
 {
     Q_OBJECT
@@ -23,12 +13,8 @@ class tst_ElementTextEditor : public QObject
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void typing_data();
-    void typing();
-    void undoRestoresModel_data();
-    void undoRestoresModel();
-    void nameComments_data();
-    void nameComments();
+    void edits_data();
+    void edits();
     void nameCommentFollowsHeader();
     void setName();
     void sectionSpan_data();
@@ -44,9 +30,9 @@ private slots:
     void removeSpan();
     void replaceSpan();
     void editGroupsSignals();
-    void nestedEditKeepsCount();
     void unconnectedDocumentAndRescan();
-    void setPlainTextReportsOnePass();
+    void wholeText_data();
+    void wholeText();
     void clearReportsEveryElement();
     void updateSlotMayWriteItsLine();
     void poolsReuseReleasedElements();
@@ -66,190 +52,63 @@ void tst_ElementTextEditor::cleanupTestCase()
     QTextElementPools::deleteAll();
 }
 
-void tst_ElementTextEditor::typing_data()
+void tst_ElementTextEditor::edits_data()
 {
     QTest::addColumn<QString>("marked");
     QTest::addColumn<QString>("insert");
     QTest::addColumn<QString>("changes");
     QTest::addColumn<bool>("countChanged");
     QTest::addColumn<QString>("lines");
+    // The name of the last element when it is a header.
+    QTest::addColumn<QString>("name");
 
-    QTest::newRow("typing inside a line that stays an item") << "item 1|"
-                                                             << "2"
-                                                             << "~I12" << false << "I12";
-    QTest::newRow("line stops parsing") << "[Section 1]\nitem 1|"
-                                        << "x"
-                                        << "-I1" << true << "S1 -";
-    QTest::newRow("line starts parsing") << "[Section 1]\nitem|"
-                                         << " 4"
-                                         << "+I4" << true << "S1 I4";
-    QTest::newRow("trailing token refused at the line's end") << "item 1|"
-                                                              << " extra"
-                                                              << "-I1" << true << "-";
-    QTest::newRow("line becomes another kind") << "|item 1"
-                                               << "[Section 3]"
-                                               << "-I1 +S3" << true << "S3";
-    QTest::newRow("insert a line") << "[Section 1]\nitem 1|\nitem 2"
-                                   << "\nitem 5"
-                                   << "~I1 +I5" << true << "S1 I1 I5 I2";
-    QTest::newRow("insert an empty line") << "item 1|\nitem 2"
-                                          << "\n"
-                                          << "~I1" << false << "I1 - I2";
-    QTest::newRow("split a line") << "[Section 1]|item 2"
-                                  << "\n"
-                                  << "~S1 +I2" << true << "S1 I2";
-    QTest::newRow("split a line at its start") << "|item 1"
-                                               << "\n"
-                                               << "-I1 +I1" << true << "- I1";
-    QTest::newRow("join two item lines") << "item 1|\n|item 2"
-                                         << ""
-                                         << "-I2 -I1" << true << "-";
-    QTest::newRow("join a header and an item") << "[Section 1]|\n|item 2"
-                                               << ""
-                                               << "-I2 ~S1" << true << "S1";
-    QTest::newRow("join with an empty line") << "item 1|\n|\nitem 2"
-                                             << ""
-                                             << "~I1 ~I2" << false << "I1 I2";
+    auto row = [](const char* title, const char* marked, const char* insert, const char* changes,
+                  bool countChanged, const char* lines, const char* name = "") {
+        QTest::newRow(title) << QString::fromUtf8(marked) << QString::fromUtf8(insert)
+                             << QString::fromUtf8(changes) << countChanged << QString::fromUtf8(lines)
+                             << QString::fromUtf8(name);
+    };
+    row("typing inside a line that stays an item", "item 1|", "2", "~I12", false, "I12");
+    row("line stops parsing", "[Section 1]\nitem 1|", "x", "-I1", true, "S1 -");
+    row("line starts parsing", "[Section 1]\nitem|", " 4", "+I4", true, "S1 I4");
+    row("trailing token refused at the line's end", "item 1|", " extra", "-I1", true, "-");
+    row("line becomes another kind", "|item 1", "[Section 3]", "-I1 +S3", true, "S3");
+    row("insert a line", "[Section 1]\nitem 1|\nitem 2", "\nitem 5", "~I1 +I5", true, "S1 I1 I5 I2");
+    row("insert an empty line", "item 1|\nitem 2", "\n", "~I1", false, "I1 - I2");
+    row("split a line", "[Section 1]|item 2", "\n", "~S1 +I2", true, "S1 I2");
+    row("split a line at its start", "|item 1", "\n", "-I1 +I1", true, "- I1");
+    row("join two item lines", "item 1|\n|item 2", "", "-I2 -I1", true, "-");
+    row("join a header and an item", "[Section 1]|\n|item 2", "", "-I2 ~S1", true, "S1");
+    row("join with an empty line", "item 1|\n|\nitem 2", "", "~I1 ~I2", false, "I1 I2");
     // Qt keeps the line data of the last line of a deleted range and of the first line of a join.
-    QTest::newRow("delete across sections")
-        << "[Section 1]\nitem 1\n|item 2\n[Section 2]\nitem 3\n|item 4\n[Section 3]"
-        << ""
-        << "-I3 -S2 -I2 ~I4" << true << "S1 I1 I4 S3";
-    QTest::newRow("delete all") << "|[Section 1]\nitem 1\nitem 2|"
-                                << ""
-                                << "-I1 -S1 -I2" << true << "-";
-    QTest::newRow("paste several lines") << "item 1\n|"
-                                         << "[Section 7]\nitem 8\n\nitem 9"
-                                         << "+S7 +I8 +I9" << true << "I1 S7 I8 - I9";
-    QTest::newRow("replace a line by another") << "item 1\n|item 2|\nitem 3"
-                                               << "item 5"
-                                               << "~I5 ~I3" << false << "I1 I5 I3";
-    QTest::newRow("comment only line gets no element") << "item 1\n|"
-                                                       << "; note"
-                                                       << "" << false << "I1 -";
+    row("delete across sections", "[Section 1]\nitem 1\n|item 2\n[Section 2]\nitem 3\n|item 4\n[Section 3]",
+        "", "-I3 -S2 -I2 ~I4", true, "S1 I1 I4 S3");
+    row("delete all", "|[Section 1]\nitem 1\nitem 2|", "", "-I1 -S1 -I2", true, "-");
+    row("paste several lines", "item 1\n|", "[Section 7]\nitem 8\n\nitem 9", "+S7 +I8 +I9", true,
+        "I1 S7 I8 - I9");
+    row("replace a line by another", "item 1\n|item 2|\nitem 3", "item 5", "~I5 ~I3", false, "I1 I5 I3");
+    row("comment only line gets no element", "item 1\n|", "; note", "", false, "I1 -");
+    // A comment line is a name when a header follows it, over empty lines too.
+    row("comment typed above a header", "item 0|\n[Section 1]", "\n; Ryu", "~I0 +N:Ryu", true, "I0 N:Ryu S1",
+        "Ryu");
+    // Qt keeps the line data with the first part of a split line: the header's element is on the
+    // comment line now, and the header line is a new one.
+    row("comment typed at the top", "|[Section 1]", "; Ken\n", "-S1 +N:Ken +S1", true, "N:Ken S1", "Ken");
+    row("empty lines between comment and header", "|\n\n\n[Section 1]", "; Ryu", "+N:Ryu", true,
+        "N:Ryu - - S1", "Ryu");
+    row("comment above an item is no name", "|\nitem 1\n[Section 1]", "; Ryu", "", false, "- I1 S1");
+    row("indented comment names too", "|\n[Section 1]", "   ;  Ryu  ", "+N:Ryu", true, "N:Ryu S1", "Ryu");
+    row("comment behind a token is no name", "|\n[Section 1]", "item 1 ; Ryu", "", false, "- S1");
+    row("header moved away", "; Ryu|\n[Section 1]|", "", "-S1 -N:Ryu", true, "-");
+    row("name comment edited", "; Ryu|\n[Section 1]", " Ken", "~N:Ryu Ken", false, "N:Ryu Ken S1", "Ryu Ken");
 }
 
-void tst_ElementTextEditor::typing()
+void tst_ElementTextEditor::edits()
 {
     QFETCH(QString, marked);
     QFETCH(QString, insert);
     QFETCH(QString, changes);
     QFETCH(bool, countChanged);
-    QFETCH(QString, lines);
-
-    QString text;
-    int from, to;
-    unmark(marked, text, from, to);
-    QElementTextEditor editor;
-    enableTestElements(editor);
-    editor.setPlainText(text);
-    QChangeRecorder recorder(editor);
-    recorder.live = QSet<QTextElement*>();
-    for (QTextElement* element = editor.firstElement; element; element = element->next)
-        recorder.live.insert(element);
-
-    QTextCursor cursor(editor.document);
-    cursor.setPosition(from);
-    cursor.setPosition(to, QTextCursor::KeepAnchor);
-    cursor.insertText(insert);
-
-    QCOMPARE(recorder.changes.join(QLatin1Char(' ')), changes);
-    QCOMPARE(recorder.updates, changes.isEmpty() ? QList<bool>() : QList<bool>{countChanged});
-    QCOMPARE(describeLines(editor), lines);
-    QCOMPARE(checkInvariants(editor), QString());
-    QCOMPARE(recorder.checkLive(), QString());
-}
-
-void tst_ElementTextEditor::undoRestoresModel_data()
-{
-    QTest::addColumn<QString>("marked");
-    QTest::addColumn<QString>("insert");
-
-    QTest::newRow("undo a join") << "[Section 1]\nitem 1|\n|item 2"
-                                 << "";
-    QTest::newRow("undo a deletion across sections") << "[Section 1]\n|item 1\n[Section 2]\n|item 3"
-                                                     << "";
-    QTest::newRow("undo a paste") << "item 1\n|"
-                                  << "[Section 2]\nitem 2\nitem 3";
-    QTest::newRow("undo a replacement") << "|item 1\nitem 2|"
-                                        << "[Section 4]";
-}
-
-void tst_ElementTextEditor::undoRestoresModel()
-{
-    QFETCH(QString, marked);
-    QFETCH(QString, insert);
-
-    QString text;
-    int from, to;
-    unmark(marked, text, from, to);
-    QElementTextEditor editor;
-    enableTestElements(editor);
-    editor.setPlainText(text);
-    const QString before = describeLines(editor);
-    editor.document->setUndoRedoEnabled(true);
-
-    QTextCursor cursor(editor.document);
-    cursor.setPosition(from);
-    cursor.setPosition(to, QTextCursor::KeepAnchor);
-    cursor.insertText(insert);
-    const QString after = describeLines(editor);
-    QVERIFY(after != before);
-
-    editor.document->undo();
-    QCOMPARE(editor.document->toPlainText(), text);
-    QCOMPARE(describeLines(editor), before);
-    QCOMPARE(checkInvariants(editor), QString());
-    editor.document->redo();
-    QCOMPARE(describeLines(editor), after);
-    QCOMPARE(checkInvariants(editor), QString());
-}
-
-void tst_ElementTextEditor::nameComments_data()
-{
-    QTest::addColumn<QString>("marked");
-    QTest::addColumn<QString>("insert");
-    QTest::addColumn<QString>("lines");
-    QTest::addColumn<QString>("name");
-
-    QTest::newRow("comment typed above a header") << "item 0|\n[Section 1]"
-                                                  << "\n; Ryu"
-                                                  << "I0 N:Ryu S1"
-                                                  << "Ryu";
-    QTest::newRow("comment typed at the top") << "|[Section 1]"
-                                              << "; Ken\n"
-                                              << "N:Ken S1"
-                                              << "Ken";
-    QTest::newRow("empty lines between comment and header") << "|\n\n\n[Section 1]"
-                                                            << "; Ryu"
-                                                            << "N:Ryu - - S1"
-                                                            << "Ryu";
-    QTest::newRow("comment above an item is no name") << "|\nitem 1\n[Section 1]"
-                                                      << "; Ryu"
-                                                      << "- I1 S1"
-                                                      << "";
-    QTest::newRow("indented comment names too") << "|\n[Section 1]"
-                                                << "   ;  Ryu  "
-                                                << "N:Ryu S1"
-                                                << "Ryu";
-    QTest::newRow("comment behind a token is no name") << "|\n[Section 1]"
-                                                       << "item 1 ; Ryu"
-                                                       << "- S1"
-                                                       << "";
-    QTest::newRow("header moved away") << "; Ryu|\n[Section 1]|"
-                                       << ""
-                                       << "-"
-                                       << "";
-    QTest::newRow("name comment edited") << "; Ryu|\n[Section 1]"
-                                         << " Ken"
-                                         << "N:Ryu Ken S1"
-                                         << "Ryu Ken";
-}
-
-void tst_ElementTextEditor::nameComments()
-{
-    QFETCH(QString, marked);
-    QFETCH(QString, insert);
     QFETCH(QString, lines);
     QFETCH(QString, name);
 
@@ -259,15 +118,32 @@ void tst_ElementTextEditor::nameComments()
     QElementTextEditor editor;
     enableTestElements(editor);
     editor.setPlainText(text);
+    const QString before = describeLines(editor);
+    QChangeRecorder recorder(editor);
+    recorder.adoptElements();
+
     QTextCursor cursor(editor.document);
     cursor.setPosition(from);
     cursor.setPosition(to, QTextCursor::KeepAnchor);
     cursor.insertText(insert);
 
+    QCOMPARE(recorder.changes.join(QLatin1Char(' ')), changes);
+    QCOMPARE(recorder.updates, changes.isEmpty() ? QList<bool>() : QList<bool>{countChanged});
     QCOMPARE(describeLines(editor), lines);
-    QCOMPARE(checkInvariants(editor), QString());
     auto* header = qobject_cast<QGroupHeader*>(editor.lastElement());
     QCOMPARE(header ? header->name() : QString(), name);
+    QCOMPARE(checkInvariants(editor), QString());
+    QCOMPARE(recorder.checkLive(), QString());
+
+    // The document's own undo and redo bring the elements of the text back with it.
+    editor.document->undo();
+    QCOMPARE(editor.document->toPlainText(), text);
+    QCOMPARE(describeLines(editor), before);
+    QCOMPARE(checkInvariants(editor), QString());
+    editor.document->redo();
+    QCOMPARE(describeLines(editor), lines);
+    QCOMPARE(checkInvariants(editor), QString());
+    QCOMPARE(recorder.checkLive(), QString());
 }
 
 void tst_ElementTextEditor::nameCommentFollowsHeader()
@@ -445,8 +321,7 @@ void tst_ElementTextEditor::setLineWithReparse()
     enableTestElements(editor);
     editor.setPlainText(QStringLiteral("[Section 1]\nitem 1\nitem 2"));
     QChangeRecorder recorder(editor);
-    for (QTextElement* element = editor.firstElement; element; element = element->next)
-        recorder.live.insert(element);
+    recorder.adoptElements();
 
     editor.firstElement->next->setLine(QStringLiteral("item 9"), true);
     QCOMPARE(recorder.changes.join(QLatin1Char(' ')), QStringLiteral("~I9 ~I2"));
@@ -463,8 +338,7 @@ void tst_ElementTextEditor::guardedInsertAndRemove()
     editor.setPlainText(QStringLiteral("[Section 1]\nitem 1\nitem 2"));
     QCOMPARE(describeLines(editor), QStringLiteral("S1 I1 I2"));
     QChangeRecorder recorder(editor);
-    for (QTextElement* element = editor.firstElement; element; element = element->next)
-        recorder.live.insert(element);
+    recorder.adoptElements();
 
     // Even a document that does not follow its text re-reads the guarded edits.
     QElementCursor cursor(&editor, QTextCursor(editor.document));
@@ -541,8 +415,7 @@ void tst_ElementTextEditor::removeSpan()
     enableTestElements(editor);
     editor.setPlainText(QStringLiteral("; A\n[Section 1]\nitem 1\n\n; B\n[Section 2]\nitem 2"));
     QChangeRecorder recorder(editor);
-    for (QTextElement* element = editor.firstElement; element; element = element->next)
-        recorder.live.insert(element);
+    recorder.adoptElements();
 
     editor.firstElement->next->remove();
     QCOMPARE(editor.document->toPlainText(), QStringLiteral("; B\n[Section 2]\nitem 2"));
@@ -601,15 +474,9 @@ void tst_ElementTextEditor::editGroupsSignals()
     editor.lastElement()->setLine(QStringLiteral("item 4"), true);
     editor.endEdit();
     QCOMPARE(recorder.updates, QList<bool>{false});
-}
 
-void tst_ElementTextEditor::nestedEditKeepsCount()
-{
-    QElementTextEditor editor;
-    enableTestElements(editor);
-    editor.setPlainText(QStringLiteral("[Section 1]\nitem 1"));
-    QChangeRecorder recorder(editor);
-
+    // A nested edit that only changes lines keeps the count change that the outer one owes.
+    recorder.clear();
     editor.beginEdit();
     editor.appendLine(QStringLiteral("item 2"));
     editor.beginEdit();
@@ -659,16 +526,60 @@ void tst_ElementTextEditor::unconnectedDocumentAndRescan()
     QCOMPARE(checkInvariants(editor), QString());
 }
 
-void tst_ElementTextEditor::setPlainTextReportsOnePass()
+void tst_ElementTextEditor::wholeText_data()
 {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("lines");
+
+    // Line ends other than a line feed are cut by the document, not by the text.
+    QTest::newRow("line feeds") << "; B\n[Section 1]\nitem 1\n\nitem 2"
+                                << "N:B S1 I1 - I2";
+    QTest::newRow("CR LF") << "; B\r\n[Section 1]\r\nitem 1\r\n\r\nitem 2"
+                           << "N:B S1 I1 - I2";
+    QTest::newRow("lone CR") << "item 1\ritem 2\r"
+                             << "I1 I2 -";
+    QTest::newRow("paragraph separator") << QStringLiteral("item 1\u2029item 22") << "I1 I22";
+    QTest::newRow("nothing") << ""
+                             << "-";
+}
+
+void tst_ElementTextEditor::wholeText()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, lines);
+
     QElementTextEditor editor;
     enableTestElements(editor);
+    editor.setPlainText(QStringLiteral("; A\n[Section 9]\nitem 9"));
     QChangeRecorder recorder(editor);
-    editor.setPlainText(QStringLiteral("[Section 1]\nitem 1"));
-    editor.setPlainText(QStringLiteral("item 2\n[Section 2]"));
-    QCOMPARE(recorder.changes.join(QLatin1Char(' ')), QStringLiteral("+S1 +I1 -I1 -S1 +I2 +S2"));
-    QCOMPARE(recorder.lists, 2);
+    recorder.adoptElements();
+    QList<bool> reloading;
+    QStringList linked;
+    connect(&editor, &QElementTextEditor::update, this,
+            [&](QElementTextEditor*, QList<QTextElementChange>& list) {
+                reloading << editor.isReloading();
+                for (const QTextElementChange& change : list)
+                    if (change.type == ElementRemoved && (change.element->previous || change.element->next))
+                        linked << describe(change.element);
+            });
+
+    editor.setPlainText(text);
+    QCOMPARE(describeLines(editor), lines);
+    // The old elements go in one list with the new ones, bottom up, already out of the element list.
+    QCOMPARE(recorder.changes.mid(0, 3), QStringList({"-I9", "-S9", "-N:A"}));
+    QCOMPARE(recorder.lists, 1);
+    QCOMPARE(recorder.updates, QList<bool>{true});
+    QCOMPARE(reloading, QList<bool>{true});
+    QVERIFY(!editor.isReloading());
+    QCOMPARE(linked, QStringList());
+    QCOMPARE(checkInvariants(editor), QString());
     QCOMPARE(recorder.checkLive(), QString());
+
+    // The same text typed into an empty document reads the same.
+    QElementTextEditor typed;
+    enableTestElements(typed);
+    QTextCursor(typed.document).insertText(text);
+    QCOMPARE(describeLines(typed), lines);
 }
 
 void tst_ElementTextEditor::clearReportsEveryElement()
@@ -677,8 +588,7 @@ void tst_ElementTextEditor::clearReportsEveryElement()
     enableTestElements(editor);
     editor.setPlainText(QStringLiteral("[Section 1]\nitem 1\nitem 2"));
     QChangeRecorder recorder(editor);
-    for (QTextElement* element = editor.firstElement; element; element = element->next)
-        recorder.live.insert(element);
+    recorder.adoptElements();
     editor.document->clear();
     QCOMPARE(recorder.changes.join(QLatin1Char(' ')), QStringLiteral("-I2 -I1 -S1"));
     QVERIFY(!editor.firstElement);

@@ -94,6 +94,13 @@ static void BM_CheckKfm(benchmark::State& state)
 }
 BENCHMARK(BM_CheckKfm)->Unit(benchmark::kMillisecond);
 
+// Checking the largest system screen definition of the engine: screen keys, backgrounds and animations.
+static void BM_CheckSystemDef(benchmark::State& state)
+{
+    checkText(state, realFile("data/mugen1/system.def"));
+}
+BENCHMARK(BM_CheckSystemDef)->Unit(benchmark::kMillisecond);
+
 // kfm.cns from its text: the document, the processor and the first pass, as opening the file costs.
 static void BM_LoadAndCheckKfm(benchmark::State& state)
 {

@@ -577,40 +577,7 @@ void QMugenSyntaxProcessor::sectionHeader(int)
             next();
             m_state = MugenStateScene;
         } else {
-            // A two letter language prefix with a dot is dropped: "en.Quotes" is "Quotes".
-            QStringView name = word;
-            if (name.size() > 3 && name[2] == QLatin1Char('.') && name[0].isLetter() && name[1].isLetter() &&
-                name[0].unicode() < 128 && name[1].unicode() < 128)
-                name = name.mid(3);
-            if (!name.contains(QLatin1Char('.'))) {
-                static const struct
-                {
-                    const char* word;
-                    int state;
-                } named[] = {
-                    {"quotes", MugenStateQuotes},
-                    {"info", MugenStateInfo},
-                    {"files", MugenStateFiles},
-                    {"arcade", MugenStateArcade},
-                    {"remap", MugenStateRemap},
-                    {"defaults", MugenStateDefaults},
-                    {"stageinfo", MugenStateStageInfo},
-                    {"music", MugenStateMusic},
-                    {"bgdef", MugenStateBGDef},
-                    {"scenedef", MugenStateSceneDef},
-                    {"def", MugenStateDef},
-                };
-                for (const auto& entry : named) {
-                    if (equalsWord(name, entry.word)) {
-                        m_state = entry.state;
-                        break;
-                    }
-                }
-                if (m_state == 0 && equalsWord(name, "fnt")) {
-                    next();
-                    if (m_token.is(MugenTkIdentifier) && tokenIs("v2")) m_state = MugenStateFnt;
-                }
-            }
+            namedHeader(word.toString());
         }
     }
     if (!m_token.is(MugenTkBracketClose) && !m_token.is(MugenTkEnd)) next();
@@ -618,6 +585,86 @@ void QMugenSyntaxProcessor::sectionHeader(int)
     const int headerEnd = m_token.is(MugenTkEnd) ? qMax(m_lastEnd, headerStart + 1) : m_token.end();
     setSlot(headerStart, headerEnd - headerStart, QSyntaxFormats::Block);
     next();
+}
+
+// A header whose first word is none of the fixed ones: a section with a fixed name, a background of a
+// stage, screen or storyboard, or a section the vocabulary names.
+void QMugenSyntaxProcessor::namedHeader(const QString& word)
+{
+    // A two letter language prefix with a dot is dropped: "en.Quotes" is "Quotes".
+    QString name = word;
+    if (name.size() > 3 && name[2] == QLatin1Char('.') && name[0].isLetter() && name[1].isLetter() &&
+        name[0].unicode() < 128 && name[1].unicode() < 128)
+        name = name.mid(3);
+    if (!name.contains(QLatin1Char('.'))) {
+        static const struct
+        {
+            const char* word;
+            int state;
+        } named[] = {
+            {"quotes", MugenStateQuotes},       {"info", MugenStateInfo},   {"files", MugenStateFiles},
+            {"arcade", MugenStateArcade},       {"remap", MugenStateRemap}, {"defaults", MugenStateDefaults},
+            {"stageinfo", MugenStateStageInfo}, {"music", MugenStateMusic}, {"bgdef", MugenStateBGDef},
+            {"scenedef", MugenStateSceneDef},   {"def", MugenStateDef},
+        };
+        for (const auto& entry : named) {
+            if (equalsWord(name, entry.word)) {
+                m_state = entry.state;
+                return;
+            }
+        }
+        if (equalsWord(name, "fnt")) {
+            next();
+            if (m_token.is(MugenTkIdentifier) && tokenIs("v2")) m_state = MugenStateFnt;
+            return;
+        }
+    }
+
+    // Backgrounds are named after their definition: [TitleBGdef] with [TitleBG 0] or [Title BG 0] on a
+    // screen, [BG0Def] with [BG0 Wall], [BG0CtrlDef ...] and [BG0Ctrl ...] for a storyboard's
+    // "bg.name = BG0". A background's name is known only where it is defined, so any word ending in "BG"
+    // and a number may name one.
+    static const QRegularExpression background(QStringLiteral("^\\w*bg\\d*(def|ctrldef|ctrl)?$"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = background.match(name);
+    if (match.hasMatch()) {
+        const QString kind = match.captured(1).toLower();
+        if (kind == QLatin1String("def")) {
+            m_state = MugenStateBGDef;
+            return;
+        }
+        m_state = kind.isEmpty()                  ? MugenStateBG
+                  : kind == QLatin1String("ctrl") ? MugenStateBGCtrl
+                                                  : MugenStateBGCtrlDef;
+        while (!m_token.is(MugenTkBracketClose) && !m_token.is(MugenTkEnd))
+            next();
+        return;
+    }
+
+    // The words up to the bracket, one blank between each, name a screen or a text section.
+    QString words = name;
+    next();
+    const QRegularExpressionMatch spaced = background.match(name + tokenText().toString());
+    if (m_token.is(MugenTkIdentifier) && spaced.hasMatch() && spaced.captured(1).isEmpty()) {
+        m_state = MugenStateBG;
+        while (!m_token.is(MugenTkBracketClose) && !m_token.is(MugenTkEnd))
+            next();
+        return;
+    }
+    while (!m_token.is(MugenTkBracketClose) && !m_token.is(MugenTkEnd)) {
+        words += QLatin1Char(' ');
+        words += tokenText();
+        next();
+    }
+    if (!m_vocabulary) return;
+    const QList<QMugenController*>& screens = m_vocabulary->screens();
+    for (int i = 0; i < screens.size(); ++i) {
+        if (screens.at(i)->name.compare(words, Qt::CaseInsensitive) == 0) {
+            m_state = ScreenSectionState + i;
+            return;
+        }
+    }
+    if (m_vocabulary->textSections().contains(words, Qt::CaseInsensitive)) m_state = TextSectionState;
 }
 
 void QMugenSyntaxProcessor::typeLine(int previousState)
@@ -694,9 +741,11 @@ void QMugenSyntaxProcessor::sectionLine(int previousState)
     switch (previousState) {
     case -1:
     case MugenStateState:
-    case MugenStateBG:
     case MugenStateInvalidType:
         triggerLine();
+        return;
+    case MugenStateBG:
+        backgroundLine();
         return;
     case MugenStateRemap:
         remapLine();
@@ -726,6 +775,9 @@ void QMugenSyntaxProcessor::sectionLine(int previousState)
     case MugenStateBGCtrl:
     case MugenStateDef:
         return;
+    case TextSectionState:
+        skipToEnd();
+        return;
     default:
         break;
     }
@@ -747,6 +799,12 @@ void QMugenSyntaxProcessor::sectionLine(int previousState)
         }
     } else if (previousState >= MugenStateBGCtrlType && previousState < MugenStateDefType) {
         bgControlLine(previousState);
+    } else if (previousState >= ScreenSectionState) {
+        const int index = previousState - ScreenSectionState;
+        if (index < m_vocabulary->screens().size()) {
+            const QMugenController* screen = m_vocabulary->screens().at(index);
+            parameter(screen->params, screen->name);
+        }
     } else if (previousState >= MugenStateDefType) {
         const int index = previousState - MugenStateDefType;
         if (index < m_vocabulary->fntDefs().size()) {
@@ -1019,6 +1077,23 @@ void QMugenSyntaxProcessor::triggerLine()
     next();
     if (!expect(MugenTkEqual)) return skipToEnd();
     expression();
+}
+
+// A line of a background element above its type line: the engine takes the keys in any order, so a key
+// that some element type knows is read as that type reads it.
+void QMugenSyntaxProcessor::backgroundLine()
+{
+    if (m_vocabulary && m_token.is(MugenTkIdentifier) && !tokenIs("triggerall") &&
+        !isNumberedTrigger(tokenText())) {
+        const QString& lowerName = lowerTokenText();
+        for (const QMugenController* controller : m_vocabulary->bgControllers()) {
+            if (QMugenParamIndex::of(controller->params).contains(lowerName)) {
+                parameter(controller->params, controller->name);
+                return;
+            }
+        }
+    }
+    triggerLine();
 }
 
 void QMugenSyntaxProcessor::controllerLine(const QMugenController* controller)

@@ -25,6 +25,14 @@ class QMugenSyntaxProcessor : public QSyntaxProcessor
 {
     Q_OBJECT
 public:
+    // The block states of the sections the vocabulary names, above those of the font definition types
+    // (250 to 998): a section of free text lines, and a screen, 1000 plus its place in the screen list.
+    enum ScreenState
+    {
+        TextSectionState = 999,
+        ScreenSectionState = 1000
+    };
+
     QMugenSyntaxProcessor(QTextDocument* document, QMugenSyntaxProperties* properties, bool checking = true);
     ~QMugenSyntaxProcessor() override;
 
@@ -54,6 +62,7 @@ private:
 
     // Lines.
     void sectionHeader(int previousState);
+    void namedHeader(const QString& word);
     void typeLine(int previousState);
     void sectionLine(int previousState);
     bool namedLine(bool known, const QString& unknownText);
@@ -66,6 +75,7 @@ private:
     void infoLine();
     void keymapLine();
     void triggerLine();
+    void backgroundLine();
     void bgControlLine(int state);
     void controllerLine(const QMugenController* controller);
     void parameter(const QMap<QString, QMugenParamInfo>& group, const QString& label);

@@ -3,6 +3,7 @@
 #include "QXmlParser.h"
 
 #include <QHash>
+#include <QRegularExpression>
 
 #include <iterator>
 
@@ -76,6 +77,59 @@ bool triggerTypeTakesPattern(int type)
     return type == MugenValue || type == MugenValueEq || type == MugenConst;
 }
 
+// A name with brace groups stands for every name it spells: "p{1,2}.{bg0,mid}" for p1.bg0, p1.mid,
+// p2.bg0 and p2.mid, "round{1..9}" for round1 to round9. A group without a comma or a range is text.
+QStringList expandBraces(const QString& name)
+{
+    const qsizetype open = name.indexOf(QLatin1Char('{'));
+    const qsizetype close = open < 0 ? -1 : name.indexOf(QLatin1Char('}'), open);
+    if (close < 0) return {name};
+    const QString head = name.left(open);
+    const QString inner = name.mid(open + 1, close - open - 1);
+    QStringList choices;
+    static const QRegularExpression range(QStringLiteral("^(\\d+)\\.\\.(\\d+)$"));
+    const QRegularExpressionMatch match = range.match(inner);
+    if (match.hasMatch()) {
+        for (int i = match.captured(1).toInt(); i <= match.captured(2).toInt(); ++i)
+            choices << QString::number(i);
+    } else if (inner.contains(QLatin1Char(','))) {
+        choices = inner.split(QLatin1Char(','));
+    } else {
+        choices << QLatin1Char('{') + inner + QLatin1Char('}');
+    }
+    QStringList names;
+    for (const QString& tail : expandBraces(name.mid(close + 1)))
+        for (const QString& choice : std::as_const(choices))
+            names << head + choice + tail;
+    return names;
+}
+
+// A component of a screen: key prefixes and the display elements they take, made into parameters once
+// the whole file is read, so that the elements may stand anywhere in it.
+struct Component
+{
+    QMugenController* screen;
+    QStringList prefixes;
+    QStringList elements;
+    unsigned minver;
+};
+
+void expand(const Component& component, const QMap<QString, QMugenParamInfo>& elements)
+{
+    const QStringList names = component.elements.isEmpty() ? elements.keys() : component.elements;
+    for (const QString& element : names) {
+        const auto it = elements.constFind(element);
+        if (it == elements.cend()) continue;
+        QMugenParamInfo info = *it;
+        info.minver = qMax(info.minver, component.minver);
+        // A key the screen lists itself keeps its own record.
+        for (const QString& prefix : component.prefixes) {
+            const QString key = prefix + QLatin1Char('.') + element;
+            if (!component.screen->params.contains(key)) component.screen->params.insert(key, info);
+        }
+    }
+}
+
 void deleteAll(QList<QMugenController*>& list)
 {
     qDeleteAll(list);
@@ -95,6 +149,8 @@ void QMugenSyntaxProperties::clear()
     deleteAll(m_bgControllers);
     deleteAll(m_bgControls);
     deleteAll(m_fntDefs);
+    deleteAll(m_screens);
+    m_textSections.clear();
     for (auto& group : m_groups)
         group.clear();
     m_triggers.clear();
@@ -111,6 +167,8 @@ bool QMugenSyntaxProperties::load(const QString& path)
     for (int group = 0; group < GroupCount; ++group)
         groupsByElement.insert(groupElement(group), group);
 
+    QMap<QString, QMugenParamInfo> elements;
+    QList<Component> components;
     while (xml.nextElement()) {
         const QString element = xml.name();
         const QString name = xml.attribute(QStringLiteral("name"));
@@ -128,12 +186,46 @@ bool QMugenSyntaxProperties::load(const QString& path)
             putController(m_bgControls, readController(xml));
         } else if (element == QLatin1String("fnt_def")) {
             putController(m_fntDefs, readController(xml));
+        } else if (element == QLatin1String("screen_element")) {
+            elements.insert(name, readParam(xml, false));
+        } else if (element == QLatin1String("screen")) {
+            // A screen named again starts afresh in its place.
+            QMugenController* screen = nullptr;
+            for (QMugenController* existing : std::as_const(m_screens))
+                if (existing->name.compare(name, Qt::CaseInsensitive) == 0) screen = existing;
+            if (screen) {
+                screen->params.clear();
+                components.removeIf(
+                    [screen](const Component& component) { return component.screen == screen; });
+            } else {
+                screen = new QMugenController;
+                m_screens.append(screen);
+            }
+            screen->name = name;
+            const int parent = xml.depth();
+            while (xml.nextElement(parent)) {
+                const QString child = xml.attribute(QStringLiteral("name"));
+                if (xml.name() == QLatin1String("param")) {
+                    const QMugenParamInfo info = readParam(xml, false);
+                    for (const QString& key : expandBraces(child))
+                        screen->params.insert(key, info);
+                } else if (xml.name() == QLatin1String("component")) {
+                    const QString taken = xml.attribute(QStringLiteral("elements"));
+                    components.append(Component{
+                        screen, expandBraces(child), taken.split(QLatin1Char(' '), Qt::SkipEmptyParts),
+                        QMugenParamInfo::parseVersion(xml.attribute(QStringLiteral("minver")))});
+                }
+            }
+        } else if (element == QLatin1String("text_section")) {
+            if (!m_textSections.contains(name, Qt::CaseInsensitive)) m_textSections << name;
         } else if (element == QLatin1String("trigger")) {
             m_triggers.insert(name, readParam(xml, true));
         } else if (groupsByElement.contains(element)) {
             m_groups[groupsByElement.value(element)].insert(name, readParam(xml, false));
         }
     }
+    for (const Component& component : std::as_const(components))
+        expand(component, elements);
     return true;
 }
 
@@ -206,6 +298,8 @@ QStringList QMugenSyntaxProperties::completionWords() const
             addNames(controller->params);
         }
     }
+    for (const QMugenController* screen : m_screens)
+        addNames(screen->params);
     for (const auto& group : m_groups)
         addNames(group);
     addNames(m_triggers);

@@ -54,6 +54,10 @@ public:
     const QList<QMugenController*>& bgControllers() const { return m_bgControllers; }
     const QList<QMugenController*>& bgControls() const { return m_bgControls; }
     const QList<QMugenController*>& fntDefs() const { return m_fntDefs; }
+    // The screen sections, by their name as written between the brackets ("Title Info"), in file order.
+    const QList<QMugenController*>& screens() const { return m_screens; }
+    // The sections whose lines are free text, not keys ("Characters" of a select definition).
+    const QStringList& textSections() const { return m_textSections; }
 
     const QMap<QString, QMugenParamInfo>& group(int group) const { return m_groups[group]; }
     const QMap<QString, QMugenParamInfo>& triggers() const { return m_triggers; }
@@ -81,6 +85,8 @@ private:
     QList<QMugenController*> m_bgControllers;
     QList<QMugenController*> m_bgControls;
     QList<QMugenController*> m_fntDefs;
+    QList<QMugenController*> m_screens;
+    QStringList m_textSections;
     QMap<QString, QMugenParamInfo> m_groups[GroupCount];
     QMap<QString, QMugenParamInfo> m_triggers;
     QMap<QString, QStringList> m_constants;

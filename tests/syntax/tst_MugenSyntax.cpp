@@ -223,6 +223,43 @@ private slots:
             << QStringLiteral("[Info]\nmugenversion = 04,14,2001\n") << 1 << QStringList{};
         QTest::newRow("group requires two") << QStringLiteral("[Size]\ndraw.offset = 1\n") << 1
                                             << QStringList{"15:notice:This parameter requires 2 value(s)"};
+
+        // Sections of screens, select definitions and backgrounds, named by the vocabulary.
+        QTest::newRow("screen component")
+            << QStringLiteral("[Select Info]\np2.teammenu.item.active2.font = 3,1,-1\n") << 1
+            << QStringList{};
+        QTest::newRow("screen family in any case")
+            << QStringLiteral("[simul  LIFEBAR]\np4.Front.Scale = 1,.5\n") << 1 << QStringList{};
+        QTest::newRow("screen key of another screen")
+            << QStringLiteral("[Title Info]\np1.face.spr = 9000,0\n") << 1
+            << QStringList{"1:error:Unknown parameter 'p1.face.spr' for the 'Title Info' controller"};
+        QTest::newRow("element the component doesn't take")
+            << QStringLiteral("[Powerbar]\nlevel1.anim = 5\n") << 1
+            << QStringList{"1:error:Unknown parameter 'level1.anim' for the 'Powerbar' controller"};
+        QTest::newRow("player beyond the screen's")
+            << QStringLiteral("[Lifebar]\np3.pos = 1,2\n") << 1
+            << QStringList{"1:error:Unknown parameter 'p3.pos' for the 'Lifebar' controller"};
+        QTest::newRow("screen value kind") << QStringLiteral("[Round]\nround3.snd = 0\n") << 1
+                                           << QStringList{"14:notice:This parameter requires 2 value(s)"};
+        QTest::newRow("screen value pattern") << QStringLiteral("[Victory Screen]\nwinquote.textwrap = x\n")
+                                              << 1 << QStringList{"21:error:Unknown parameter value 'x'"};
+        QTest::newRow("unknown screen")
+            << QStringLiteral("[Title Infos]\n") << 0 << QStringList{"13:error:Invalid group"};
+        QTest::newRow("free text section")
+            << QStringLiteral("[Characters]\nkfm, stages/kfm.def, order=1\n") << 1 << QStringList{};
+        QTest::newRow("language prefix of a text section")
+            << QStringLiteral("[ja.Infobox Text]\n* (1.1) [x] = y\n") << 1 << QStringList{};
+        QTest::newRow("screen background")
+            << QStringLiteral("[SelectBG 0.A]\ntype = normal\nmask = 1\n") << 2 << QStringList{};
+        QTest::newRow("screen background with a blank")
+            << QStringLiteral("[Title BG 0]\ntype = parallax\n") << 1 << QStringList{};
+        QTest::newRow("storyboard background controller")
+            << QStringLiteral("[BG0Ctrl Stop scrolling]\ntype = VelSet\ny = 0\n") << 2 << QStringList{};
+        QTest::newRow("background key above its type")
+            << QStringLiteral("[BG0 Credits]\nid = 1\ntype = normal\n") << 1 << QStringList{};
+        QTest::newRow("unknown background key above its type")
+            << QStringLiteral("[BG Wall]\nidd = 1\n") << 1
+            << QStringList{"1:error:Syntax error - code ends before line"};
     }
 
     void lineMessages()

@@ -28,6 +28,9 @@ private slots:
     void triggerRecord_data();
     void triggerRecord();
     void laterRecordReplaces();
+    void screenKeys_data();
+    void screenKeys();
+    void screenNamedAgain();
     void groupsAndConstants();
     void completionWords();
     void luaVocabulary();
@@ -273,6 +276,74 @@ void tst_MugenVocabulary::laterRecordReplaces()
     QCOMPARE(vocabulary.constants().value(QStringLiteral("const")), QStringList{"b"});
     QCOMPARE(vocabulary.group(QMugenSyntaxProperties::Camera).value(QStringLiteral("tension")).type,
              int(MugenFloat));
+}
+
+// The keys a screen spells out of brace groups, components and display elements, with their kinds and
+// versions; a key that isn't listed has no row.
+void tst_MugenVocabulary::screenKeys_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<uint>("minver");
+    QTest::addColumn<QString>("pattern");
+
+    QTest::newRow("brace list") << "p2.pos" << int(MugenInt2) << 0u << "";
+    QTest::newRow("brace range") << "round9.snd" << int(MugenInt2) << 0u << "";
+    QTest::newRow("range ends") << "round10.snd" << -1 << 0u << "";
+    QTest::newRow("empty choice") << "counter.font" << int(MugenIntN) << 0u << "5";
+    QTest::newRow("empty choice, second") << "team1.counter.font" << int(MugenIntN) << 0u << "5";
+    QTest::newRow("component minver") << "p1.face.spr" << int(MugenInt2) << 0x1000000u << "";
+    QTest::newRow("element minver wins") << "p1.face.window" << int(MugenInt) << 0x1010000u << "";
+    QTest::newRow("listed key keeps its record") << "p1.face.offset" << int(MugenFloat2) << 0u << "";
+    QTest::newRow("element not taken") << "level1.anim" << -1 << 0u << "";
+    QTest::newRow("element taken") << "level1.snd" << int(MugenInt2) << 0u << "";
+    QTest::newRow("brace without comma is text") << "x{a}.y" << int(MugenInt) << 0u << "";
+}
+
+void tst_MugenVocabulary::screenKeys()
+{
+    QFETCH(QString, key);
+    QFETCH(int, type);
+    QFETCH(uint, minver);
+    QFETCH(QString, pattern);
+    QMugenSyntaxProperties vocabulary;
+    // The components come before the elements they take: the file's order doesn't matter.
+    QVERIFY(vocabulary.load(writeSyntax(
+        "<screen name=\"Round\"><param name=\"p{1,2}.pos\" type=\"int2\"/><param name=\"x{a}.y\" "
+        "type=\"int\"/>"
+        "<component name=\"round{1..9}\" elements=\"snd\"/><component name=\"{,team1.}counter\"/>"
+        "<component name=\"p1.face\" minver=\"1.0\"/><param name=\"p1.face.offset\" type=\"float2\"/>"
+        "<component name=\"level{1..3}\" elements=\"snd nosuch\"/></screen>"
+        "<screen_element name=\"snd\" type=\"int2\"/><screen_element name=\"font\" type=\"intn\" max=\"5\"/>"
+        "<screen_element name=\"spr\" type=\"int2\"/><screen_element name=\"anim\" type=\"int\"/>"
+        "<screen_element name=\"window\" type=\"int\" minver=\"1.1\"/><screen_element name=\"offset\" "
+        "type=\"int2\"/>")));
+    QCOMPARE(vocabulary.screens().size(), 1);
+    const QMap<QString, QMugenParamInfo>& params = vocabulary.screens().first()->params;
+    QCOMPARE(params.contains(key), type >= 0);
+    if (type < 0) return;
+    const QMugenParamInfo info = params.value(key);
+    QCOMPARE(info.type, type);
+    QCOMPARE(info.minver, minver);
+    QCOMPARE(info.format, int(MugenFormatPlain));
+    QCOMPARE(info.pattern, pattern);
+}
+
+void tst_MugenVocabulary::screenNamedAgain()
+{
+    QMugenSyntaxProperties vocabulary;
+    QVERIFY(vocabulary.load(
+        writeSyntax("<screen name=\"Face\"><component name=\"p1.bg\"/><param name=\"old\"/></screen>"
+                    "<screen name=\"Name\"/><screen name=\"FACE\"><param name=\"new\"/></screen>"
+                    "<screen_element name=\"spr\" type=\"int2\"/>"
+                    "<text_section name=\"Characters\"/><text_section name=\"characters\"/>")));
+    QCOMPARE(vocabulary.screens().size(), 2);
+    QCOMPARE(vocabulary.screens().first()->name, QStringLiteral("FACE"));
+    QCOMPARE(vocabulary.screens().first()->params.keys(), QStringList{"new"});
+    QCOMPARE(vocabulary.textSections(), QStringList{"Characters"});
+    QVERIFY(vocabulary.load(writeSyntax("<files name=\"spr\"/>")));
+    QVERIFY(vocabulary.screens().isEmpty());
+    QVERIFY(vocabulary.textSections().isEmpty());
 }
 
 void tst_MugenVocabulary::groupsAndConstants()

@@ -79,12 +79,8 @@ run)
     install_missing
     cmake -S "$here" -B "$here/build/release" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTAVREL_BUILD_TESTS=OFF
     cmake --build "$here/build/release" -j "$jobs"
-    sample="$here/samples/Roan/Roan.def"
-    if [ -f "$sample" ]; then
-        exec "$here/build/release/bin/tavrel" "$sample"
-    else
-        exec "$here/build/release/bin/tavrel"
-    fi
+    # The build generates the sample character beside the executables.
+    exec "$here/build/release/bin/tavrel" "$here/build/release/bin/samples/Roan/Roan.def"
     ;;
 test)
     install_missing

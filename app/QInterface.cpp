@@ -2,17 +2,25 @@
 
 #include "MainWindow.h"
 #include "QColorsetManager.h"
+#include "QDefinitions.h"
 #include "QHandOff.h"
 #include "QIconsetManager.h"
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
 #include "QPresetManager.h"
+#include "QProgress.h"
+#include "QProject.h"
+#include "QRGBPalette.h"
 #include "QSingleInstance.h"
+#include "QSpritePalette.h"
+#include "QSprites.h"
 #include "QStylesheetManager.h"
 #include "QSyntaxFormats.h"
 #include "QTrace.h"
+#include "QUserDialogs.h"
 
 #include <QActionGroup>
+#include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
@@ -38,6 +46,9 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     projectTabs->setMovable(true);
     projectTabs->setTabsClosable(true);
     layout->addWidget(projectTabs);
+    connect(projectTabs, &QTabBar::currentChanged, this, &QInterface::projTabsChanged);
+    connect(projectTabs, &QTabBar::tabMoved, this, &QInterface::projTabsMoved);
+    connect(projectTabs, &QTabBar::tabCloseRequested, this, &QInterface::projTabsClosed);
     workspaces = new QStackedLayout;
     layout->addLayout(workspaces, 1);
 
@@ -52,6 +63,8 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
 QInterface::~QInterface()
 {
     storeWindowState();
+    projectTabs->blockSignals(true);
+    qDeleteAll(projects);
 }
 
 void QInterface::setup()
@@ -74,20 +87,39 @@ void QInterface::setup()
 
 int QInterface::projectCount() const
 {
-    return projectTabs->count();
+    return int(projects.size());
 }
 
 bool QInterface::onlyEmptyProjectLeft() const
 {
-    return projectTabs->count() <= 1;
+    return projects.size() <= 1 && (projects.isEmpty() || projects.first()->isEmpty());
 }
 
 void QInterface::newProject(bool fromTemplate)
 {
+    // Templates come from the scripts, which this program does not run yet: every new project is empty.
     Q_UNUSED(fromTemplate);
-    const int tab = projectTabs->addTab(tr("New project"));
-    projectTabs->setCurrentIndex(tab);
+    auto* project = new QProject;
+    connectProject(project);
+    project->setDisplayName(tr("Project %1").arg(++newProjects));
+    addProject(project);
     QTrace::write(QStringLiteral("project"), QStringLiteral("new"));
+}
+
+void QInterface::connectProject(QProject* project)
+{
+    connect(project, &QProject::saveFileName, this, &QInterface::saveFileName);
+    connect(project, &QProject::spritesVersionToSave, this, &QInterface::spritesVersionToSave);
+    connect(project, &QProject::nameChanged, this, &QInterface::changeTabName);
+    connect(project, &QProject::charPalette, this, &QInterface::charPalette);
+}
+
+void QInterface::addProject(QProject* project)
+{
+    projects.append(project);
+    const int tab = projectTabs->addTab(project->displayName());
+    projectTabs->setCurrentIndex(tab);
+    current = project;
 }
 
 void QInterface::newProject()
@@ -98,6 +130,159 @@ void QInterface::newProject()
 void QInterface::openProject(const QString& fileName)
 {
     QTrace::write(QStringLiteral("open"), QStringLiteral("def ") + fileName);
+    auto* project = new QProject;
+    connectProject(project);
+    const QFileInfo info(fileName);
+    project->variables[QStringLiteral("proj_path")] = info.absolutePath();
+    bool opened = false;
+    if (info.suffix().compare(QLatin1String("fnt"), Qt::CaseInsensitive) == 0) {
+        opened = project->fromFontFile(fileName);
+    } else {
+        QProgress progress(window, tr("Loading project..."));
+        connect(project, &QProject::progress, &progress, &QProgress::onProgress);
+        QMugenModel& config = *mugenModel;
+        opened = project->fromFile(fileName, config[QStringLiteral("default_codepage")].toUInt(),
+                                   config[QStringLiteral("backup_onload")].toBool(), false);
+    }
+    if (!opened) {
+        delete project;
+        QTrace::write(QStringLiteral("project"), QStringLiteral("failed ") + fileName);
+        return;
+    }
+    addProject(project);
+    QTrace::write(QStringLiteral("project"), QStringLiteral("opened ") + project->displayName());
+    // The empty project of a fresh window gives way to the first real one.
+    if (projects.size() == 2 && projects.first()->isEmpty()) closeProject(0);
+}
+
+bool QInterface::closeProject(int index)
+{
+    QProject* project = projects.value(index);
+    if (!project || !project->canClose()) return false;
+    if (projects.size() == 1) newProject(false);
+    projects.removeAt(index);
+    projectTabs->removeTab(index);
+    current = projects.value(projectTabs->currentIndex());
+    delete project;
+    return true;
+}
+
+void QInterface::projTabsChanged(int index)
+{
+    current = projects.value(index);
+}
+
+void QInterface::projTabsMoved(int from, int to)
+{
+    if (from >= 0 && from < projects.size() && to >= 0 && to < projects.size()) projects.move(from, to);
+}
+
+void QInterface::projTabsClosed(int index)
+{
+    closeProject(index);
+}
+
+void QInterface::changeTabName(QProject* project, const QString& name)
+{
+    const int index = int(projects.indexOf(project));
+    if (index >= 0) projectTabs->setTabText(index, name);
+}
+
+QString QInterface::saveFileName(QProjectFileType file, const QString& path)
+{
+    static const char* const titles[] = {QT_TR_NOOP("Save project"),    QT_TR_NOOP("Save sprites"),
+                                         QT_TR_NOOP("Save animations"), QT_TR_NOOP("Save commands"),
+                                         QT_TR_NOOP("Save states"),     QT_TR_NOOP("Save sounds")};
+    static const char* const filters[] = {
+        "Definitions (*.def)",
+        "Sprites (*.sff)",
+        "Animations (*.air)",
+        "Commands (*.cmd)",
+        "Constants (*.cns);;States (*.st);;Text (*.txt);;Lua script (*.lua)",
+        "Sounds (*.snd)"};
+    const int kind = qBound(0, int(file), 5);
+    return QUserDialogs::getSaveFileName(window, tr(titles[kind]), path, QLatin1String(filters[kind]));
+}
+
+quint32 QInterface::spritesVersionToSave(quint32 currentVersion)
+{
+    const QList<quint32> versions = {QSprites::Version_101, QSprites::Version_200, QSprites::Version_201};
+    const QStringList names = {QStringLiteral("1.01"), QStringLiteral("2.00"), QStringLiteral("2.01")};
+    const int currentIndex = qMax(0, int(versions.indexOf(currentVersion)));
+    const QString chosen = QUserDialogs::getItem(window, tr("Sprite file version"),
+                                                 tr("Save the sprites in the version:"), names, currentIndex);
+    const int index = int(names.indexOf(chosen));
+    return index >= 0 ? versions.at(index) : 0;
+}
+
+void QInterface::charPalette(QRGBPal* palette)
+{
+    QUserDialogs::warning(window, tr("Palette warning!"),
+                          tr("Tavrel not found the character palette. To view all sprites properly you must "
+                             "select an external palette file."));
+    // The project asking may still be loading, before it is the current one.
+    const auto* asking = qobject_cast<const QProject*>(sender());
+    const QString start = asking ? asking->variables.value(QStringLiteral("proj_path")) : QString();
+    const QString path =
+        QUserDialogs::getOpenFileName(window, tr("Character palette"), start, QRGBPalette::openFilter());
+    if (path.isEmpty()) return;
+    QRGBPalette reader(palette);
+    reader.fromFile(path);
+}
+
+void QInterface::fileSave()
+{
+    if (!current) return;
+    QProgress progress(window, tr("Loading project..."));
+    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
+    current->save();
+    askToSavePalettes();
+}
+
+void QInterface::fileSaveAs()
+{
+    if (!current) return;
+    const QString path = saveFileName(pftDefinitions, current->variables.value(QStringLiteral("proj_path")));
+    if (path.isEmpty()) return;
+    current->variables[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
+    QProgress progress(window, tr("Loading project..."));
+    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
+    current->toFile(path, false);
+    askToSavePalettes();
+}
+
+// Characters of version 1.01 sprite files keep their palettes in the files that the definitions name.
+void QInterface::askToSavePalettes()
+{
+    if (current->type() != Character || current->sprites()->version() != QSprites::Version_101 ||
+        !mugenModel || !(*mugenModel)[QStringLiteral("ask_save_palettes")].toBool())
+        return;
+    if (QUserDialogs::question(window, tr("Save palettes"),
+                               tr("Do you want to save the palettes of the group 1 based on the definitions "
+                                  "(palette 1,x = palx in DEF)?\nChoose No to ignore palettes."),
+                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+        return;
+    const QDefinitionFiles files = current->definitions()->files();
+    for (int i = 0; i < 12; ++i) {
+        if (files.palettes.at(i).isEmpty()) continue;
+        const QString path = QDir(files.baseDirectory).filePath(files.palettes.at(i));
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        const int palette = current->sprites()->findPalette(0, 1, i + 1);
+        if (palette >= 0) current->sprites()->paletteAt(uint(palette))->toFile(path);
+    }
+}
+
+void QInterface::fileBackup()
+{
+    if (!current) return;
+    QProgress progress(window, tr("Loading project..."));
+    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
+    current->backup();
+}
+
+void QInterface::fileClose()
+{
+    closeProject(projectTabs->currentIndex());
 }
 
 void QInterface::openLooseFile(QProjectFileType kind, const QString& path)
@@ -143,9 +328,9 @@ void QInterface::openHandedFile(const QString& path)
 
 void QInterface::fileCloseAll()
 {
-    // Every project but the last is closed; the last stays as the empty project of a fresh window.
-    while (projectTabs->count() > 1)
-        projectTabs->removeTab(projectTabs->count() - 1);
+    // From the last tab to the first; a project that may not close stops nothing else.
+    for (int index = int(projects.size()) - 1; index >= 0; --index)
+        if (projects.size() > 1 || !projects.first()->isEmpty()) closeProject(index);
 }
 
 void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex)
@@ -160,8 +345,6 @@ void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int
 
 void QInterface::retranslate()
 {
-    for (int tab = 0; tab < projectTabs->count(); ++tab)
-        projectTabs->setTabText(tab, tr("New project"));
     issueButton->setToolTip(tr("No issues found!"));
     if (appearanceMenu) appearanceMenu->setTitle(tr("Appearance"));
 }

@@ -6,6 +6,8 @@
 #include <QObject>
 
 class MainWindow;
+class QProject;
+class QRGBPal;
 class QDockWidget;
 class QListView;
 class QMenu;
@@ -28,8 +30,12 @@ public:
     void setup();
 
     int projectCount() const;
+    QProject* project(int index) const { return projects.value(index); }
+    QProject* currentProject() const { return current; }
     // True when closing may go on: at most one project is left and it is empty.
     bool onlyEmptyProjectLeft() const;
+    // Closes the project of a tab when it may be closed; the last one closed leaves a new empty one.
+    bool closeProject(int index);
     int currentEditor() const { return editorNumber; }
 
     // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
@@ -41,17 +47,35 @@ public Q_SLOTS:
     void newProject();
     void openProject(const QString& fileName);
     void fileChanged(const QString& path);
+    void fileSave();
+    void fileSaveAs();
+    void fileBackup();
+    void fileClose();
     void fileCloseAll();
+    QString saveFileName(QProjectFileType file, const QString& path);
+    quint32 spritesVersionToSave(quint32 currentVersion);
+    void changeTabName(QProject* project, const QString& name);
+    void charPalette(QRGBPal* palette);
+    void projTabsChanged(int index);
+    void projTabsMoved(int from, int to);
+    void projTabsClosed(int index);
     void navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex);
     void retranslate();
 
 private:
     void readHandOff();
+    void addProject(QProject* project);
+    void connectProject(QProject* project);
+    void askToSavePalettes();
     void openLooseFile(QProjectFileType kind, const QString& path);
     void buildAppearanceMenus();
     void restoreWindowState();
     void storeWindowState();
 
+    QList<QProject*> projects;
+    QProject* current = nullptr;
+    // Names new projects "Project 1", "Project 2", ... for the whole run.
+    int newProjects = 0;
     MainWindow* window;
     QDockWidget* actionsDock;
     QListView* actionList;

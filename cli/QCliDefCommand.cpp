@@ -1,5 +1,6 @@
 #include "QCliDefCommand.h"
 
+#include "QCliProject.h"
 #include "QDefinitions.h"
 #include "QTextElementRegistry.h"
 
@@ -7,37 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-namespace {
-
-QString typeName(QProjectType type)
-{
-    switch (type) {
-    case Character:
-        return QStringLiteral("Character");
-    case Storyboard:
-        return QStringLiteral("Storyboard");
-    case Stage:
-        return QStringLiteral("Stage");
-    case Font:
-        return QStringLiteral("Font");
-    case SystemScreen:
-        return QStringLiteral("SystemScreen");
-    case FightFX:
-        return QStringLiteral("FightFX");
-    }
-    return QString::number(int(type));
-}
-
-// "1.0" for 0x1000000; the third and fourth parts only when set.
-QString versionText(quint32 version)
-{
-    QString text = QStringLiteral("%1.%2").arg(version >> 24).arg((version >> 16) & 0xff);
-    if (version & 0xffff) text += QStringLiteral(".%1.%2").arg((version >> 8) & 0xff).arg(version & 0xff);
-    return text;
-}
-
-} // namespace
 
 QString QCliDefCommand::summary() const
 {
@@ -73,8 +43,8 @@ int QCliDefCommand::run(QCliContext& context)
                                    {QStringLiteral("pal"), palettes},
                                    {QStringLiteral("states"), QJsonArray::fromStringList(files.states)}};
         const QJsonObject root{{QStringLiteral("file"), QFileInfo(path).absoluteFilePath()},
-                               {QStringLiteral("type"), typeName(definitions.type())},
-                               {QStringLiteral("version"), versionText(definitions.version())},
+                               {QStringLiteral("type"), QCliProject::typeName(definitions.type())},
+                               {QStringLiteral("version"), QCliProject::versionText(definitions.version())},
                                {QStringLiteral("versionValue"), qint64(definitions.version())},
                                {QStringLiteral("name"), definitions.name()},
                                {QStringLiteral("baseDirectory"), files.baseDirectory},
@@ -83,8 +53,8 @@ int QCliDefCommand::run(QCliContext& context)
         return CliSuccess;
     }
 
-    context.out << "type: " << typeName(definitions.type()) << '\n'
-                << "version: " << versionText(definitions.version()) << '\n'
+    context.out << "type: " << QCliProject::typeName(definitions.type()) << '\n'
+                << "version: " << QCliProject::versionText(definitions.version()) << '\n'
                 << "name: " << definitions.name() << '\n'
                 << "base: " << files.baseDirectory << '\n'
                 << "sprite: " << files.sprite << '\n'

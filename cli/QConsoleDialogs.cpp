@@ -29,3 +29,8 @@ QString QConsoleDialogs::existingDirectory(QWidget*, const QString&, const QStri
 {
     return QString();
 }
+
+QString QConsoleDialogs::item(QWidget*, const QString&, const QString&, const QStringList& items, int current)
+{
+    return items.value(current);
+}

@@ -18,6 +18,8 @@ public:
     QStringList openFileNames(QWidget*, const QString&, const QString&, const QString&, QString*) override;
     QString saveFileName(QWidget*, const QString&, const QString&, const QString&, QString*) override;
     QString existingDirectory(QWidget*, const QString&, const QString&) override;
+    // The current item, as a person who only presses Enter would choose.
+    QString item(QWidget*, const QString&, const QString&, const QStringList& items, int current) override;
 
 private:
     QTextStream& err;

@@ -158,6 +158,14 @@ bool QDefinitions::fromFile(const QString& path, uint codepage, bool copy)
     return true;
 }
 
+bool QDefinitions::toFile(const QString& path, bool copy)
+{
+    if (!QSyntaxTextEditor::toFile(path, copy)) return false;
+    // Saved as another file, the project now lives beside it.
+    if (!copy) base = QFileInfo(path).absolutePath();
+    return true;
+}
+
 void QDefinitions::clear()
 {
     QSyntaxTextEditor::clear();

@@ -44,6 +44,8 @@ public:
 
     // Reads the file and takes its folder as the base directory.
     bool fromFile(const QString& path, uint codepage, bool copy = false) override;
+    // Unless copy, the folder of the new file becomes the base directory.
+    bool toFile(const QString& path, bool copy = false) override;
     void clear() override;
 
     // Restarted by every change of the version; when it fires, the project hands the new version on to

@@ -20,21 +20,6 @@
 
 namespace {
 
-uint setting(const char* key, uint fallback)
-{
-    if (!mugenModel) return fallback;
-    bool ok = false;
-    const uint number = mugenModel->settings.value(QLatin1String(key)).toUInt(&ok);
-    return ok ? number : fallback;
-}
-
-bool flagSetting(const char* key, bool fallback)
-{
-    if (!mugenModel) return fallback;
-    const QVariant value = mugenModel->settings.value(QLatin1String(key));
-    return value.isValid() ? value.toBool() : fallback;
-}
-
 quint64 key(uint group, uint sample)
 {
     return (quint64(group) << 32) | sample;
@@ -43,7 +28,7 @@ quint64 key(uint group, uint sample)
 } // namespace
 
 QSounds::QSounds(QProjectContext* project, QObject* parent)
-    : QSounds(project, setting("cache_type", 0), flagSetting("cache_compression", true), parent)
+    : QSounds(project, numberSetting("cache_type", 0), flagSetting("cache_compression", true), parent)
 {}
 
 QSounds::QSounds(QProjectContext* project, uint cacheType, bool cacheCompression, QObject* parent)
@@ -51,7 +36,7 @@ QSounds::QSounds(QProjectContext* project, uint cacheType, bool cacheCompression
       streamCache(QStringLiteral("tavrel_sounds_XXXXXX.cache"), cacheType, cacheCompression),
       player(QSoundPlayer::create(this))
 {
-    undo.setUndoLimit(int(setting("undo_limit", 64)));
+    undo.setUndoLimit(int(numberSetting("undo_limit", 64)));
     stopTimer.setSingleShot(true);
     connect(&stopTimer, &QTimer::timeout, this, &QSounds::stopTimerFired);
 }

@@ -66,3 +66,9 @@ QString QUserDialogs::getExistingDirectory(QWidget* parent, const QString& capti
 {
     return instance()->existingDirectory(parent, caption, dir);
 }
+
+QString QUserDialogs::getItem(QWidget* parent, const QString& title, const QString& label,
+                              const QStringList& items, int current)
+{
+    return instance()->item(parent, title, label, items, current);
+}

@@ -26,6 +26,9 @@ public:
     virtual QString saveFileName(QWidget* parent, const QString& caption, const QString& dir,
                                  const QString& filter, QString* selectedFilter) = 0;
     virtual QString existingDirectory(QWidget* parent, const QString& caption, const QString& dir) = 0;
+    // A choice among items; the chosen item, or empty on cancel.
+    virtual QString item(QWidget* parent, const QString& title, const QString& label,
+                         const QStringList& items, int current) = 0;
 
     // The installed instance. Until something is installed, a QWidgetDialogs serves. Installing does not
     // take ownership; installing nullptr goes back to the default.
@@ -54,4 +57,6 @@ public:
                                    QString* selectedFilter = nullptr);
     static QString getExistingDirectory(QWidget* parent, const QString& caption = QString(),
                                         const QString& dir = QString());
+    static QString getItem(QWidget* parent, const QString& title, const QString& label,
+                           const QStringList& items, int current = 0);
 };

@@ -1,6 +1,7 @@
 #include "QWidgetDialogs.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
 
 QUserDialogs::Button QWidgetDialogs::message(QMessageBox::Icon icon, QWidget* parent, const QString& title,
                                              const QString& text, Buttons buttons, Button defaultButton)
@@ -32,4 +33,12 @@ QString QWidgetDialogs::saveFileName(QWidget* parent, const QString& caption, co
 QString QWidgetDialogs::existingDirectory(QWidget* parent, const QString& caption, const QString& dir)
 {
     return QFileDialog::getExistingDirectory(parent, caption, dir);
+}
+
+QString QWidgetDialogs::item(QWidget* parent, const QString& title, const QString& label,
+                             const QStringList& items, int current)
+{
+    bool ok = false;
+    const QString chosen = QInputDialog::getItem(parent, title, label, items, current, false, &ok);
+    return ok ? chosen : QString();
 }

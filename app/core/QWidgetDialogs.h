@@ -14,5 +14,7 @@ public:
                               const QString& filter, QString* selectedFilter) override;
     QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
                          QString* selectedFilter) override;
+    QString item(QWidget* parent, const QString& title, const QString& label, const QStringList& items,
+                 int current) override;
     QString existingDirectory(QWidget* parent, const QString& caption, const QString& dir) override;
 };

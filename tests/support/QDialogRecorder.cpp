@@ -59,3 +59,8 @@ QString QDialogRecorder::existingDirectory(QWidget*, const QString& caption, con
 {
     return nextFiles(QStringLiteral("directory"), caption, dir, QString()).value(0);
 }
+
+QString QDialogRecorder::item(QWidget*, const QString& title, const QString& label, const QStringList&, int)
+{
+    return nextFiles(QStringLiteral("item"), title, QString(), label).value(0);
+}

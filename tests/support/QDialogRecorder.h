@@ -13,7 +13,7 @@ class QDialogRecorder : public QUserDialogs
 public:
     struct Call
     {
-        QString kind; // "message", "open", "openMany", "save", "directory"
+        QString kind; // "message", "open", "openMany", "save", "directory", "item"
         QMessageBox::Icon icon = QMessageBox::NoIcon;
         QString title;
         QString text; // the box text, or the file dialog's filter
@@ -38,6 +38,9 @@ public:
     QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
                          QString* selectedFilter) override;
     QString existingDirectory(QWidget* parent, const QString& caption, const QString& dir) override;
+    // Recorded as kind "item" with the label as text; answered from fileAnswers like a file dialog.
+    QString item(QWidget* parent, const QString& title, const QString& label, const QStringList& items,
+                 int current) override;
 
 private:
     QStringList nextFiles(const QString& kind, const QString& caption, const QString& dir,

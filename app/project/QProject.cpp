@@ -1,0 +1,598 @@
+#include "QProject.h"
+
+#include "QAnimations.h"
+#include "QCommands.h"
+#include "QDefinitions.h"
+#include "QFontFile.h"
+#include "QMugenModel.h"
+#include "QProjectPaths.h"
+#include "QRGBPalette.h"
+#include "QSounds.h"
+#include "QSpritePalette.h"
+#include "QSprites.h"
+#include "QTextEncoding.h"
+#include "QTextFileLines.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegExp>
+
+#include <functional>
+
+// The progress of one operation: the receiver of progress() may stop it at every step.
+struct QProject::Step
+{
+    QProject* project;
+    uint max;
+    uint pos = 0;
+    bool allow = true;
+
+    // Reports the next position; false when the receiver stopped the operation.
+    bool next()
+    {
+        emit project->progress(pos++, max, allow);
+        return allow;
+    }
+};
+
+QProject::QProject(uint cacheType, bool cacheCompression, QObject* parent) : QObject(parent)
+{
+    // The order in which the models join the issue list is the order of its rows.
+    defs = new QDefinitions;
+    defs->setProject(this);
+    airText = new QSyntaxTextEditor(pftAnimations, this, false, 0x1010000);
+    spr = new QSprites(this, cacheType, cacheCompression);
+    snd = new QSounds(this, cacheType, cacheCompression);
+    anims = new QAnimations(this);
+    anims->setEditor(airText);
+    cmds = new QCommands;
+    cmds->setProject(this);
+
+    connect(defs, &QDefinitions::typeChanged, this, [this]() { emit typeChanged(this); });
+    connect(defs, &QDefinitions::nameChanged, this, [this]() {
+        if (name.isEmpty()) emit nameChanged(this, displayName());
+    });
+    connect(&defs->versionTimer, &QTimer::timeout, this, &QProject::passVersion);
+    connect(spr, &QSprites::charPalette, this, &QProject::charPalette);
+}
+
+QProject::QProject(QObject* parent)
+    : QProject(numberSetting("cache_type", 0), flagSetting("cache_compression", true), parent)
+{}
+
+QProject::~QProject()
+{
+    anims->setEditor(nullptr);
+    delete defs;
+    delete snd;
+    delete cmds;
+    delete anims;
+    delete airText;
+    delete spr;
+    qDeleteAll(stateFiles);
+}
+
+QProjectType QProject::type() const
+{
+    return defs->type();
+}
+
+QProjectType QProject::projectType() const
+{
+    return defs->type();
+}
+
+quint32 QProject::mugenVersion() const
+{
+    return defs->version();
+}
+
+QMessageList* QProject::messageList() const
+{
+    return &issues;
+}
+
+QString QProject::displayName() const
+{
+    return name.isEmpty() ? defs->displayName() : name;
+}
+
+void QProject::setDisplayName(const QString& text)
+{
+    if (name == text) return;
+    name = text;
+    emit nameChanged(this, displayName());
+}
+
+// ---- Opening
+
+bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool copy)
+{
+    const QFileInfo info(path);
+    backupTarget.clear();
+    if (backup) {
+        backupTarget = backupFolder(info.canonicalPath());
+        QDir().mkpath(backupTarget);
+        QFile::copy(path, backupTarget + info.fileName());
+    }
+    if (!defs->fromFile(path, codepage, copy)) return false;
+    name.clear();
+    entries.clear();
+
+    const QDefinitionFiles files = defs->files();
+    const QString base = files.baseDirectory;
+    Step step{this, uint(files.states.size()) + 16};
+    if (!step.next()) return false;
+
+    // Palettes first, so that a version 1.01 sprite file finds the character's palette among them.
+    for (int i = 0; i < 12; ++i) {
+        const QString& palName = files.palettes.at(i);
+        if (palName.isEmpty()) continue;
+        QProjectFileEntry entry{pftSprites, QStringLiteral("pal%1").arg(i + 1), palName,
+                                QProjectPaths::find(base, palName), false};
+        if (!entry.path.isEmpty()) {
+            backupCopy(entry.path, palName);
+            QRGBPal table[QRGBPal::TableSize];
+            QRGBPalette palette(table);
+            if (palette.fromFile(entry.path)) {
+                // Loading a backup into an open project gives its palettes new colours in place.
+                const int existing = spr->findPalette(0, 1, i + 1);
+                if (existing >= 0)
+                    spr->paletteAt(uint(existing))->setColors(table);
+                else
+                    spr->addPalette(table, QSpritePaletteShareMode::Share, 1, i + 1);
+                entry.loaded = true;
+            }
+        }
+        entries.append(entry);
+        if (!entry.path.isEmpty() && !step.next()) return false;
+    }
+
+    auto load = [&](QProjectFileType kind, const QString& role, const QString& fileName,
+                    const std::function<bool(const QString&)>& read) {
+        QProjectFileEntry entry{kind, role, fileName, QProjectPaths::find(base, fileName, type() == Stage),
+                                false};
+        if (!entry.path.isEmpty()) {
+            backupCopy(entry.path, fileName);
+            entry.loaded = read(entry.path);
+        }
+        if (!fileName.isEmpty()) entries.append(entry);
+        return step.next();
+    };
+
+    step.pos = 13;
+    if (!load(pftSprites, QStringLiteral("sprite"), files.sprite,
+              [&](const QString& file) { return spr->fromFile(file, copy); }))
+        return false;
+    if (type() == Character) {
+        if (!load(pftAnimations, QStringLiteral("anim"), files.animation, [&](const QString& file) {
+                // A file's own box lines and counts are kept as written while it loads.
+                anims->rewriteOnLoad = false;
+                const bool loaded = airText->fromFile(file, codepage, copy);
+                anims->rewriteOnLoad = true;
+                return loaded;
+            }))
+            return false;
+    } else if (!step.next()) {
+        return false;
+    }
+    if (!load(pftSounds, QStringLiteral("sound"), files.sound,
+              [&](const QString& file) { return snd->fromFile(file, copy); }))
+        return false;
+    if (!load(pftCommands, QStringLiteral("cmd"), files.commands,
+              [&](const QString& file) { return cmds->fromFile(file, codepage, copy); }))
+        return false;
+
+    // The state files read now replace those of an earlier load; a backup being loaded goes into the
+    // open files in order, so that they keep their names.
+    QList<QSyntaxTextEditor*> earlier;
+    earlier.swap(stateFiles);
+    for (const QString& stateName : files.states) {
+        QProjectFileEntry entry{pftStates, QStringLiteral("states"), stateName,
+                                QProjectPaths::find(base, stateName), false};
+        if (!entry.path.isEmpty()) {
+            backupCopy(entry.path, stateName);
+            QSyntaxTextEditor* states = copy && !earlier.isEmpty() ? earlier.takeFirst() : nullptr;
+            if (!states) states = makeStatesFile(0);
+            states->setFileIndex(int(stateFiles.size()));
+            entry.loaded = states->fromFile(entry.path, codepage, copy);
+            if (entry.loaded)
+                stateFiles.append(states);
+            else
+                delete states;
+        }
+        entries.append(entry);
+        if (!entry.path.isEmpty() && !step.next()) {
+            qDeleteAll(earlier);
+            return false;
+        }
+    }
+    qDeleteAll(earlier);
+    return true;
+}
+
+bool QProject::fromFontFile(const QString& path)
+{
+    entries.clear();
+    name.clear();
+    return QFontFile::importFnt(path, *defs, *spr);
+}
+
+QSyntaxTextEditor* QProject::makeStatesFile(int index)
+{
+    auto* states = new QSyntaxTextEditor(pftStates, this, false, defs->version());
+    states->setFileIndex(index);
+    return states;
+}
+
+// ---- Saving
+
+QString QProject::askFileName(QProjectFileType kind, int index)
+{
+    savingKind = kind;
+    savingState = index;
+    const QString path = emit saveFileName(kind, variables.value(QStringLiteral("proj_path")));
+    savingState = -1;
+    if (!path.isEmpty()) variables[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
+    return path;
+}
+
+QString QProject::savingPath() const
+{
+    switch (savingKind) {
+    case pftDefinitions:
+        return defs->filePath();
+    case pftSprites:
+        return spr->fileName();
+    case pftAnimations:
+        return airText->filePath();
+    case pftCommands:
+        return cmds->filePath();
+    case pftStates:
+        return savingState >= 0 && savingState < stateFiles.size() ? stateFiles.at(savingState)->filePath()
+                                                                   : QString();
+    case pftSounds:
+        return snd->fileName();
+    }
+    return QString();
+}
+
+void QProject::saveFile(QProjectFileType kind, bool copy, int index)
+{
+    switch (kind) {
+    case pftSprites: {
+        if (spr->count() == 0) return;
+        const quint32 version = emit spritesVersionToSave(spr->version());
+        if (version == 0 || !spr->canSave(version)) return;
+        const QString path = askFileName(kind, index);
+        if (!path.isEmpty()) spr->toFile(path, version, copy);
+        return;
+    }
+    case pftAnimations: {
+        if (anims->isEmpty() || !anims->canSave(defs->version())) return;
+        const QString path = askFileName(kind, index);
+        if (!path.isEmpty()) airText->toFile(path, copy);
+        return;
+    }
+    case pftSounds: {
+        if (snd->isEmpty() || !snd->canSave(defs->version())) return;
+        const QString path = askFileName(kind, index);
+        if (!path.isEmpty()) snd->toFile(path, copy);
+        return;
+    }
+    case pftCommands:
+    case pftStates: {
+        QSyntaxTextEditor* text = kind == pftCommands ? cmds : stateFiles.value(index);
+        if (!text || text->isEmpty() || !text->canSave(defs->version())) return;
+        const QString path = askFileName(kind, index);
+        if (!path.isEmpty()) text->toFile(path, copy);
+        return;
+    }
+    case pftDefinitions:
+        return;
+    }
+}
+
+// Writes one file to its known path, or asks where when it has none on disk yet.
+bool QProject::writeFile(QProjectFileType kind, int index, bool onlyModified, Step& step)
+{
+    QProjectFile* model = nullptr;
+    QString path;
+    switch (kind) {
+    case pftSprites:
+        model = spr;
+        path = spr->fileName();
+        break;
+    case pftAnimations:
+        model = anims;
+        path = airText->filePath();
+        break;
+    case pftCommands:
+        model = cmds;
+        path = cmds->filePath();
+        break;
+    case pftStates:
+        model = stateFiles.at(index);
+        path = stateFiles.at(index)->filePath();
+        break;
+    case pftSounds:
+        model = snd;
+        path = snd->fileName();
+        break;
+    case pftDefinitions:
+        return step.next();
+    }
+    if (path.isEmpty() || !QFileInfo::exists(path)) {
+        saveFile(kind, false, index);
+    } else if (!onlyModified || model->isModified()) {
+        const quint32 version = kind == pftSprites ? spr->version() : defs->version();
+        if (model->canSave(version)) {
+            switch (kind) {
+            case pftSprites:
+                spr->toFile(path, 0, false);
+                break;
+            case pftAnimations:
+                airText->toFile(path, false);
+                break;
+            case pftSounds:
+                snd->toFile(path, false);
+                break;
+            default:
+                static_cast<QSyntaxTextEditor*>(kind == pftCommands ? cmds : stateFiles.at(index))
+                    ->toFile(path, false);
+                break;
+            }
+        }
+    }
+    return step.next();
+}
+
+bool QProject::save()
+{
+    const bool onlyModified = flagSetting("save_only_modified", true);
+    defs->toFile(defs->filePath(), false);
+    Step step{this, uint(stateFiles.size()) + 4};
+    if (!step.next()) return false;
+    if (!writeFile(pftSprites, 0, onlyModified, step)) return false;
+    if (type() != Character) return true;
+    if (!writeFile(pftAnimations, 0, onlyModified, step)) return false;
+    if (!writeFile(pftCommands, 0, onlyModified, step)) return false;
+    for (int i = 0; i < stateFiles.size(); ++i)
+        if (!writeFile(pftStates, i, onlyModified, step)) return false;
+    return writeFile(pftSounds, 0, onlyModified, step);
+}
+
+void QProject::toFile(const QString& path, bool copy)
+{
+    defs->toFile(path, copy);
+    Step step{this, uint(stateFiles.size()) + 4};
+    if (!step.next()) return;
+    saveFile(pftSprites, copy, 0);
+    if (!step.next() || type() != Character) return;
+    saveFile(pftAnimations, copy, 0);
+    if (!step.next()) return;
+    saveFile(pftCommands, copy, 0);
+    if (!step.next()) return;
+    for (int i = 0; i < stateFiles.size(); ++i) {
+        saveFile(pftStates, copy, i);
+        if (!step.next()) return;
+    }
+    saveFile(pftSounds, copy, 0);
+    step.next();
+}
+
+// ---- Backups and test copies
+
+QString QProject::backupFolder(const QString& base)
+{
+    return base + QStringLiteral("/backup/") +
+           QDateTime::currentDateTime().toString(QStringLiteral("dd-MM-yyyy h-m-s ap")) + QLatin1Char('/');
+}
+
+QString QProject::inside(const QString& folder, const QString& fileName)
+{
+    QStringList parts = QProjectPaths::normalized(fileName).split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    parts.removeAll(QStringLiteral(".."));
+    parts.removeAll(QStringLiteral("."));
+    const QString path = QDir(folder).filePath(parts.join(QLatin1Char('/')));
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return path;
+}
+
+void QProject::backupCopy(const QString& source, const QString& fileName) const
+{
+    if (!backupTarget.isEmpty()) QFile::copy(source, inside(backupTarget, fileName));
+}
+
+QSyntaxTextEditor* QProject::loadedStates(const QString& stateName) const
+{
+    const QString tail = QLatin1Char('/') + QFileInfo(stateName).fileName();
+    for (QSyntaxTextEditor* states : stateFiles)
+        if (states->filePath().endsWith(tail, Qt::CaseInsensitive)) return states;
+    return nullptr;
+}
+
+bool QProject::backup()
+{
+    const QDefinitionFiles files = defs->files();
+    if (files.baseDirectory.isEmpty() || !QDir(files.baseDirectory).exists()) return false;
+    const QString folder = backupFolder(files.baseDirectory);
+    if (!QDir().mkpath(folder)) return false;
+    defs->toFile(folder + QFileInfo(defs->filePath()).fileName(), true);
+
+    Step step{this, uint(files.states.size()) + 16};
+    if (!step.next()) return false;
+    for (int i = 0; i < 12; ++i) {
+        if (files.palettes.at(i).isEmpty()) continue;
+        const int palette = spr->findPalette(0, 1, i + 1);
+        if (palette >= 0) spr->paletteAt(uint(palette))->toFile(inside(folder, files.palettes.at(i)));
+        if (!step.next()) return false;
+    }
+    if (!files.sprite.isEmpty() && !spr->isEmpty()) spr->toFile(inside(folder, files.sprite), 0, true);
+    if (!step.next()) return false;
+    if (type() != Character) return true;
+    if (!files.animation.isEmpty() && !anims->isEmpty())
+        airText->toFile(inside(folder, files.animation), true);
+    if (!files.sound.isEmpty() && !snd->isEmpty()) snd->toFile(inside(folder, files.sound), true);
+    if (!files.commands.isEmpty() && !cmds->isEmpty()) cmds->toFile(inside(folder, files.commands), true);
+    if (!step.next()) return false;
+    for (const QString& stateName : files.states) {
+        if (QSyntaxTextEditor* states = loadedStates(stateName))
+            states->toFile(inside(folder, stateName), true);
+        if (!step.next()) return false;
+    }
+    return true;
+}
+
+bool QProject::saveTestCopy(const QString& folder, const QString& testName, QStringList* written)
+{
+    QDefinitionFiles files = defs->files();
+    const QString base = files.baseDirectory;
+    const QString defPath = folder + QLatin1Char('/') + testName + QStringLiteral(".def");
+    QDir().mkpath(folder);
+    if (!defs->toFile(defPath, true)) return false;
+    if (type() == Stage) {
+        // The engine finds a stage's sprites through its own folder, so the copy names its own file.
+        QByteArray bytes;
+        if (!QTextFileLines::readFile(defPath, &bytes)) return false;
+        bool bom = false;
+        QString text = QTextEncoding::decode(bytes, defs->codec(), nullptr, &bom);
+        const QRegExp sprEntry(QStringLiteral("spr\\s*=\\s*[^\\r\\n]*"), Qt::CaseInsensitive);
+        text = sprEntry.replaceIn(text, QStringLiteral("spr = ") + testName + QStringLiteral(".sff"));
+        if (!QTextFileLines::writeFile(defPath, QTextEncoding::encode(text, defs->codec(), bom)))
+            return false;
+        files.sprite = testName + QStringLiteral(".sff");
+    }
+    const QString spritePath = inside(folder, files.sprite);
+    if (written) *written << defPath << spritePath;
+
+    // A model with content writes itself; otherwise the file as it is on disk goes along.
+    auto copySource = [&](const QString& fileName) {
+        const QString source = QProjectPaths::find(base, fileName);
+        if (!source.isEmpty()) QFile::copy(source, inside(folder, fileName));
+    };
+
+    Step step{this, uint(files.states.size()) + 16};
+    if (!step.next()) return false;
+    if (spr->count() > 0)
+        spr->toFile(spritePath, 0, true);
+    else if (!defs->files().sprite.isEmpty())
+        copySource(defs->files().sprite);
+    if (!step.next() || type() != Character) return step.allow;
+
+    for (int i = 0; i < 12; ++i) {
+        const QString& palName = files.palettes.at(i);
+        if (palName.isEmpty()) continue;
+        const int palette = spr->findPalette(0, 1, i + 1);
+        if (palette >= 0)
+            spr->paletteAt(uint(palette))->toFile(inside(folder, palName));
+        else
+            copySource(palName);
+    }
+    if (!files.animation.isEmpty()) {
+        if (!anims->isEmpty())
+            airText->toFile(inside(folder, files.animation), true);
+        else
+            copySource(files.animation);
+    }
+    if (!files.sound.isEmpty()) {
+        if (!snd->isEmpty())
+            snd->toFile(inside(folder, files.sound), true);
+        else
+            copySource(files.sound);
+    }
+    if (!files.commands.isEmpty()) {
+        if (!cmds->isEmpty())
+            cmds->toFile(inside(folder, files.commands), true);
+        else
+            copySource(files.commands);
+    }
+    if (!step.next()) return false;
+    for (const QString& stateName : files.states) {
+        if (QSyntaxTextEditor* states = loadedStates(stateName))
+            states->toFile(inside(folder, stateName), true);
+        else
+            copySource(stateName);
+        if (!step.next()) return false;
+    }
+    return true;
+}
+
+// ---- Closing, state files, issues
+
+bool QProject::canClose()
+{
+    bool discard = true;
+    for (QSyntaxTextEditor* states : std::as_const(stateFiles))
+        discard = states->canDiscard() && discard;
+    if (!discard || !defs->canDiscard() || !spr->canDiscard()) return false;
+    if (anims->editor() == airText && !anims->canDiscard()) return false;
+    return cmds->canDiscard() && snd->canDiscard();
+}
+
+bool QProject::isEmpty()
+{
+    return defs->isEmpty() && spr->isEmpty() && anims->isEmpty() && cmds->isEmpty() && stateFiles.isEmpty() &&
+           snd->isEmpty();
+}
+
+void QProject::check()
+{
+    defs->updateHierarchy();
+    spr->check();
+    snd->check();
+    airText->updateHierarchy();
+    anims->check();
+    cmds->updateHierarchy();
+    for (QSyntaxTextEditor* states : std::as_const(stateFiles))
+        states->updateHierarchy();
+}
+
+QSyntaxTextEditor* QProject::addStatesFile(const QString& fileName)
+{
+    QSyntaxTextEditor* states = makeStatesFile(int(stateFiles.size()));
+    if (!fileName.isEmpty() && QFileInfo(fileName).isFile())
+        states->fromFile(fileName, numberSetting("default_codepage", 0), false);
+    stateFiles.append(states);
+    refreshMessages();
+    return states;
+}
+
+void QProject::moveStatesFile(int from, int to)
+{
+    if (from < 0 || from >= stateFiles.size() || to < 0 || to >= stateFiles.size() || from == to) return;
+    stateFiles.move(from, to);
+    renumberStates();
+}
+
+void QProject::removeStatesFile(int index)
+{
+    if (index < 0 || index >= stateFiles.size()) return;
+    delete stateFiles.takeAt(index);
+    renumberStates();
+}
+
+void QProject::renumberStates()
+{
+    for (int i = 0; i < stateFiles.size(); ++i)
+        stateFiles.at(i)->setFileIndex(i);
+    refreshMessages();
+}
+
+// The issues of a state file carry its position, so they are taken again after the list changed.
+void QProject::refreshMessages()
+{
+    for (QSyntaxTextEditor* states : std::as_const(stateFiles))
+        states->check();
+    issues.refresh();
+}
+
+void QProject::passVersion()
+{
+    const quint32 version = defs->version();
+    cmds->setMugenVersion(version);
+    for (QSyntaxTextEditor* states : std::as_const(stateFiles))
+        states->setMugenVersion(version);
+    emit versionChanged(this);
+}

@@ -41,6 +41,15 @@ QString realFile(const char* relative)
     return QTextEncoding::decode(file.readAll(), 0);
 }
 
+// The bundled sample character, made by the build beside the programs.
+QString sampleFile(const char* name)
+{
+    QFile file(QCoreApplication::applicationDirPath() + QStringLiteral("/../../bin/samples/Roan/") +
+               QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly)) return QString();
+    return QTextEncoding::decode(file.readAll(), 0);
+}
+
 // States with the usual mix of controllers, triggers, redirects and comments, about 20 lines each.
 QString makeCns(int lines)
 {
@@ -93,6 +102,13 @@ static void BM_CheckKfm(benchmark::State& state)
     checkText(state, realFile("chars/kfm/kfm.cns"));
 }
 BENCHMARK(BM_CheckKfm)->Unit(benchmark::kMillisecond);
+
+// Checking the sample character's states and constants.
+static void BM_CheckSampleCns(benchmark::State& state)
+{
+    checkText(state, sampleFile("Roan.cns"));
+}
+BENCHMARK(BM_CheckSampleCns)->Unit(benchmark::kMillisecond);
 
 // Checking the largest system screen definition of the engine: screen keys, backgrounds and animations.
 static void BM_CheckSystemDef(benchmark::State& state)

@@ -2,10 +2,9 @@
 
 #include <cstdio>
 
-QUserDialogs::Button QSampleDialogs::message(QMessageBox::Icon, QWidget*, const QString& title,
-                                             const QString& text, Buttons, Button defaultButton)
+QUserDialogs::Button QSampleDialogs::message(QMessageBox::Icon icon, QWidget* parent, const QString& title,
+                                             const QString& text, Buttons buttons, Button defaultButton)
 {
-    ++shown;
     std::fprintf(stderr, "tavrel-make-sample: %s: %s\n", qPrintable(title), qPrintable(text));
-    return defaultButton;
+    return QSilentDialogs::message(icon, parent, title, text, buttons, defaultButton);
 }

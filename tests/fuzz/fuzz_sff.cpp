@@ -3,44 +3,17 @@
 
 #include "QSFFReader.h"
 #include "QSFFWriter.h"
+#include "QSilentDialogs.h"
 #include "QSprite.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
-#include "QUserDialogs.h"
 
 #include <QBuffer>
 
-namespace {
-
-// Boxes are answered at once: nobody is there.
-class SilentDialogs : public QUserDialogs
-{
-public:
-    Button message(QMessageBox::Icon, QWidget*, const QString&, const QString&, Buttons,
-                   Button defaultButton) override
-    {
-        return defaultButton;
-    }
-    QString openFileName(QWidget*, const QString&, const QString&, const QString&, QString*) override
-    {
-        return QString();
-    }
-    QStringList openFileNames(QWidget*, const QString&, const QString&, const QString&, QString*) override
-    {
-        return QStringList();
-    }
-    QString saveFileName(QWidget*, const QString&, const QString&, const QString&, QString*) override
-    {
-        return QString();
-    }
-    QString existingDirectory(QWidget*, const QString&, const QString&) override { return QString(); }
-};
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static SilentDialogs dialogs;
+    // Boxes are answered at once: nobody is there.
+    static QSilentDialogs dialogs;
     QUserDialogs::install(&dialogs);
     QBuffer buffer;
     buffer.setData(reinterpret_cast<const char*>(data), qsizetype(size));

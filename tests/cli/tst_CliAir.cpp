@@ -1,16 +1,10 @@
 // "tavrel-cli air list": the real executable listing actions, frames and boxes of AIR files.
 
-#include "CliRunner.h"
-#include "TestData.h"
+#include "CliTest.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace CliRunner;
 
@@ -24,13 +18,12 @@ class tst_CliAir : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
-        sample = dir.filePath(QStringLiteral("sample.air"));
-        QFile file(sample);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("; Stand\n[Begin Action 0]\nClsn2Default: 1\n Clsn2[0] = 10, 0, -10, -80\n"
-                   "0,0, 0,0, 10\nLoopStart\nClsn1: 1\n  Clsn1[0] = 5, -50, 40, -40\n"
-                   "0,1, 2,-3, 5, H, AS200D100, 2,,30\n\n[Begin Action 20]\n20,0, 0,0, -1, , S\n");
+        TAVREL_REQUIRE_CLI();
+        sample =
+            CliTest::write(dir, QStringLiteral("sample.air"),
+                           "; Stand\n[Begin Action 0]\nClsn2Default: 1\n Clsn2[0] = 10, 0, -10, -80\n"
+                           "0,0, 0,0, 10\nLoopStart\nClsn1: 1\n  Clsn1[0] = 5, -50, 40, -40\n"
+                           "0,1, 2,-3, 5, H, AS200D100, 2,,30\n\n[Begin Action 20]\n20,0, 0,0, -1, , S\n");
     }
 
     void listText_data()
@@ -60,8 +53,7 @@ private Q_SLOTS:
         const Result result =
             run({QStringLiteral("air"), QStringLiteral("list"), sample, QStringLiteral("--json")});
         QCOMPARE(result.exitCode, 0);
-        const QJsonArray actions =
-            QJsonDocument::fromJson(result.out.toUtf8()).object().value("actions").toArray();
+        const QJsonArray actions = CliTest::json(result).object().value("actions").toArray();
         QCOMPARE(actions.size(), 2);
         QCOMPARE(actions.at(0).toObject().value("name").toString(), QStringLiteral("Stand"));
         const QJsonObject frame = actions.at(0).toObject().value("frames").toArray().at(1).toObject();
@@ -82,31 +74,6 @@ private Q_SLOTS:
                  QStringLiteral("Clsn2"));
     }
 
-    void usage_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("errContains");
-        QTest::newRow("no action") << QStringList{QStringLiteral("air")} << 2
-                                   << QStringLiteral("usage: tavrel-cli air list FILE [--json]");
-        QTest::newRow("two files") << QStringList{QStringLiteral("air"), QStringLiteral("list"),
-                                                  QStringLiteral("a"), QStringLiteral("b")}
-                                   << 2 << QStringLiteral("usage: tavrel-cli air list");
-        QTest::newRow("missing file")
-            << QStringList{QStringLiteral("air"), QStringLiteral("list"), QStringLiteral("/no/such.air")} << 1
-            << QStringLiteral("tavrel-cli: /no/such.air: no such file");
-    }
-
-    void usage()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, exitCode);
-        QFETCH(QString, errContains);
-        const Result result = run(arguments);
-        QCOMPARE(result.exitCode, exitCode);
-        QVERIFY2(result.err.contains(errContains), qPrintable(result.err));
-    }
-
     void realFiles()
     {
         TAVREL_REQUIRE_TESTDATA();
@@ -119,14 +86,11 @@ private Q_SLOTS:
             const Result result =
                 run({QStringLiteral("air"), QStringLiteral("list"), path, QStringLiteral("--json")});
             QCOMPARE(result.exitCode, 0);
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QString text = QString::fromLatin1(file.readAll());
+            const QString text = QString::fromLatin1(CliTest::read(path));
             int headers = 0;
             for (auto it = header.globalMatch(text); it.hasNext(); it.next())
                 ++headers;
-            const QJsonDocument json = QJsonDocument::fromJson(result.out.toUtf8());
-            QCOMPARE(json.object().value("actions").toArray().size(), headers);
+            QCOMPARE(CliTest::json(result).object().value("actions").toArray().size(), headers);
         }
     }
 };

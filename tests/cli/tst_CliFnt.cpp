@@ -1,20 +1,15 @@
 // "tavrel-cli fnt convert": the real executable turning old fonts into a definitions file and an SFF.
 
-#include "CliRunner.h"
+#include "CliTest.h"
 #include "QSprite.h"
 #include "QSprites.h"
-#include "TestData.h"
 
-#include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QtEndian>
 
 using namespace CliRunner;
+using CliTest::read;
 
 class tst_CliFnt : public QObject
 {
@@ -22,20 +17,7 @@ class tst_CliFnt : public QObject
 
     QTemporaryDir dir;
 
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        const QString path = dir.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return QString();
-        file.write(bytes);
-        return path;
-    }
-
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QString write(const QString& name, const QByteArray& bytes) { return CliTest::write(dir, name, bytes); }
 
     // A font of two glyphs over a 6 by 2 image of 16 colours, as a PCX by hand: one run per row.
     static QByteArray smallFont()
@@ -67,10 +49,7 @@ class tst_CliFnt : public QObject
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
-    }
+    void initTestCase() { TAVREL_REQUIRE_CLI(); }
 
     void smallFontConverts()
     {
@@ -138,10 +117,6 @@ private Q_SLOTS:
                                      << QStringLiteral("wrong.fnt: is not a font file or is damaged");
         QTest::newRow("missing") << QStringList{QStringLiteral("convert"), dir.filePath("none.fnt"), out} << 1
                                  << QStringLiteral("none.fnt: no such file");
-        QTest::newRow("no output folder")
-            << QStringList{QStringLiteral("convert"), cut} << 2 << QStringLiteral("usage");
-        QTest::newRow("other verb") << QStringList{QStringLiteral("show"), cut, out} << 2
-                                    << QStringLiteral("usage");
     }
 
     void failures()

@@ -1,14 +1,9 @@
 // "tavrel-cli lint": the real executable checking M.U.G.E.N. text files and reporting each finding in
 // the form compilers use.
 
-#include "CliRunner.h"
-#include "TestData.h"
+#include "CliTest.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace CliRunner;
 
@@ -17,15 +12,7 @@ class tst_CliLint : public QObject
     Q_OBJECT
 
     QTemporaryDir dir;
-
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        const QString path = dir.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return QString();
-        file.write(bytes);
-        return path;
-    }
+    QString write(const QString& name, const QByteArray& bytes) { return CliTest::write(dir, name, bytes); }
 
 private slots:
     void findings_data()
@@ -66,24 +53,6 @@ private slots:
         QCOMPARE(result.exitCode, exitCode);
         lines.replaceInStrings(QRegularExpression(QStringLiteral("^F:")), path + QLatin1Char(':'));
         QCOMPARE(result.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts), lines);
-    }
-
-    void usageErrors_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("no file") << QStringList{"lint"};
-        QTest::newRow("bad version") << QStringList{"lint", "x.cns", "--version", "one"};
-        QTest::newRow("version without value") << QStringList{"lint", "x.cns", "--version"};
-        QTest::newRow("unknown option") << QStringList{"lint", "x.cns", "--strict"};
-    }
-
-    void usageErrors()
-    {
-        QFETCH(QStringList, arguments);
-        const Result result = run(arguments);
-        QCOMPARE(result.exitCode, 2);
-        QVERIFY(result.err.contains(QLatin1String("usage: tavrel-cli lint")));
-        QVERIFY(result.out.isEmpty());
     }
 
     void missingFile()

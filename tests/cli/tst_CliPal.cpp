@@ -1,16 +1,12 @@
 // "tavrel-cli pal convert": the real executable turning palette files into ACT files.
 
-#include "CliRunner.h"
-#include "TestData.h"
+#include "CliTest.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace CliRunner;
+using CliTest::read;
 
 class tst_CliPal : public QObject
 {
@@ -18,20 +14,7 @@ class tst_CliPal : public QObject
 
     QTemporaryDir dir;
 
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        const QString path = dir.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return QString();
-        file.write(bytes);
-        return path;
-    }
-
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QString write(const QString& name, const QByteArray& bytes) { return CliTest::write(dir, name, bytes); }
 
     // The ACT bytes of a table whose colour i is (i, 2i, 255 - i): listed from colour 255 down.
     static QByteArray expectedAct(int colours)
@@ -47,10 +30,7 @@ class tst_CliPal : public QObject
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
-    }
+    void initTestCase() { TAVREL_REQUIRE_CLI(); }
 
     void convert_data()
     {
@@ -133,32 +113,6 @@ private Q_SLOTS:
         QVERIFY2(result.err.contains(errContains), qPrintable(result.err));
         QVERIFY(result.out.isEmpty());
         QVERIFY(!QFile::exists(output));
-    }
-
-    void usage_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("errContains");
-        QTest::newRow("no action") << QStringList{QStringLiteral("pal")} << 2
-                                   << QStringLiteral("usage: tavrel-cli pal convert IN OUT.act");
-        QTest::newRow("one file") << QStringList{QStringLiteral("pal"), QStringLiteral("convert"),
-                                                 QStringLiteral("a")}
-                                  << 2 << QStringLiteral("usage: tavrel-cli pal convert");
-        QTest::newRow("missing input")
-            << QStringList{QStringLiteral("pal"), QStringLiteral("convert"), QStringLiteral("/no/such.act"),
-                           QStringLiteral("/tmp/x.act")}
-            << 1 << QStringLiteral("tavrel-cli: /no/such.act: no such file");
-    }
-
-    void usage()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, exitCode);
-        QFETCH(QString, errContains);
-        const Result result = run(arguments);
-        QCOMPARE(result.exitCode, exitCode);
-        QVERIFY2(result.err.contains(errContains), qPrintable(result.err));
     }
 
     void realPalettesConvertToThemselves()

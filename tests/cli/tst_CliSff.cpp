@@ -1,18 +1,12 @@
 // "tavrel-cli sff": the real executable on a file the test builds and on the real content.
 
-#include "CliRunner.h"
+#include "CliTest.h"
 #include "QLZ5Codec.h"
 #include "QRLE8Codec.h"
-#include "TestData.h"
 
-#include <QFile>
 #include <QImage>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QtEndian>
 
 #include <zlib.h>
@@ -113,11 +107,8 @@ class tst_CliSff : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        if (!QFile::exists(toolPath())) QSKIP("tavrel-cli is not built next to the tests");
-        sample = dir.filePath(QStringLiteral("sample.sff"));
-        QFile file(sample);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(sampleFile());
+        TAVREL_REQUIRE_CLI();
+        sample = CliTest::write(dir, QStringLiteral("sample.sff"), sampleFile());
     }
 
     void info()
@@ -127,7 +118,7 @@ private Q_SLOTS:
         QVERIFY2(text.out.contains("version: 2.01\nsprites: 3\npalettes: 1\n"), qPrintable(text.out));
         QVERIFY(text.out.contains("format lz5: 1\nformat rle8: 1\nlinked sprites: 1\n"));
         const Result json = run({"sff", "info", sample, "--json"});
-        const QJsonObject root = QJsonDocument::fromJson(json.out.toUtf8()).object();
+        const QJsonObject root = CliTest::json(json).object();
         QCOMPARE(root.value("sprites").toInt(), 3);
         QCOMPARE(root.value("formats").toObject().value("rle8").toInt(), 1);
         QCOMPARE(root.value("linkedSprites").toInt(), 1);
@@ -141,8 +132,7 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 4);
         QCOMPARE(lines.at(1), QStringLiteral("0\t0\t0\t0\t0\t5\t3\trle8\t8\t0\tnone\t0"));
         QCOMPARE(lines.at(3), QStringLiteral("2\t2\t0\t0\t0\t5\t3\tnone\t8\t0\t0\t0"));
-        const QJsonArray rows =
-            QJsonDocument::fromJson(run({"sff", "list", sample, "--json"}).out.toUtf8()).array();
+        const QJsonArray rows = CliTest::json(run({"sff", "list", sample, "--json"})).array();
         QCOMPARE(rows.size(), 3);
         QCOMPARE(rows.at(1).toObject().value("format").toString(), QStringLiteral("lz5"));
         QVERIFY(rows.at(0).toObject().value("link").isNull());
@@ -153,7 +143,7 @@ private Q_SLOTS:
     {
         const Result result = run({"sff", "decode", sample, "--json"});
         QCOMPARE(result.exitCode, 0);
-        const QJsonObject root = QJsonDocument::fromJson(result.out.toUtf8()).object();
+        const QJsonObject root = CliTest::json(result).object();
         const QJsonArray sums = root.value("sprites").toArray();
         QCOMPARE(sums.size(), 3);
         const auto crc = [](const QByteArray& bytes) {
@@ -183,66 +173,49 @@ private Q_SLOTS:
         QCOMPARE(act.size(), qint64(768));
     }
 
+    // Every version keeps the pixels. The kind of file decides whether version 1.01's rule for the
+    // character's palette applies: sample file 5 has no 0,0 or 9000,0 sprite.
     void convert_data()
     {
-        QTest::addColumn<QString>("version");
-        QTest::newRow("1.01") << "1.01";
-        QTest::newRow("2.00") << "2.00";
-        QTest::newRow("2.01") << "2.01";
+        QTest::addColumn<int>("file");
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("1.01") << 0 << "--version 1.01" << 0 << QString();
+        QTest::newRow("2.00") << 0 << "--version 2.00" << 0 << QString();
+        QTest::newRow("2.01") << 0 << "--version 2.01" << 0 << QString();
+        const QString old = QStringLiteral("--version 1.01 ");
+        QTest::newRow("a file without 9000,0 is a stage's") << 5 << old + "--reorder" << 0 << QString();
+        QTest::newRow("stage") << 5 << old + "--type stage" << 0 << QString();
+        QTest::newRow("storyboard") << 5 << old + "--type=storyboard --reorder" << 0 << QString();
+        QTest::newRow("fightfx") << 5 << old + "--type fightfx" << 0 << QString();
+        // Sorted by group, sprite (1, 1) comes first, still with no 0,0 or 9000,0 to stand behind.
+        QTest::newRow("character") << 5 << old + "--type character --reorder" << 1
+                                   << "can't give the character's palette to these sprites where they stand: "
+                                      "#0 (1, 1)";
+        QTest::newRow("character, without --reorder")
+            << 5 << old + "--type character" << 1 << "(--reorder lets the sprites be sorted)";
+        QTest::newRow("unknown kind") << 5 << old + "--type chars" << 2
+                                      << "--type takes character, stage, storyboard, font, system or fightfx";
+        QTest::newRow("no kind") << 5 << old + "--type" << 2 << QString();
     }
 
     void convert()
     {
-        QFETCH(QString, version);
-        const QString out = dir.filePath("converted.sff");
-        const Result result = run({"sff", "convert", sample, out, "--version", version});
-        QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.out.contains("version " + version));
-        const Result before = run({"sff", "decode", sample});
-        const Result after = run({"sff", "decode", out});
-        QCOMPARE(after.out.section('\n', 0, 2), before.out.section('\n', 0, 2));
-    }
-
-    // The kind of file decides whether version 1.01's rule for the character's palette applies.
-    void convertType_data()
-    {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("error");
-        QTest::newRow("a file without 9000,0 is a stage's") << QStringList{"--reorder"} << 0 << QString();
-        QTest::newRow("stage") << QStringList{"--type", "stage"} << 0 << QString();
-        QTest::newRow("storyboard") << QStringList{"--type=storyboard", "--reorder"} << 0 << QString();
-        QTest::newRow("fightfx") << QStringList{"--type", "fightfx"} << 0 << QString();
-        // Sorted by group, sprite (1, 1) comes first, still with no 0,0 or 9000,0 to stand behind.
-        QTest::newRow("character") << QStringList{"--type", "character", "--reorder"} << 1
-                                   << "can't give the character's palette to these sprites where they stand: "
-                                      "#0 (1, 1)";
-        QTest::newRow("character, without --reorder")
-            << QStringList{"--type", "character"} << 1 << "(--reorder lets the sprites be sorted)";
-        QTest::newRow("unknown kind") << QStringList{"--type", "chars"} << 2
-                                      << "--type takes character, stage, storyboard, font, system or fightfx";
-        QTest::newRow("no kind") << QStringList{"--type"} << 2 << QString();
-    }
-
-    void convertType()
-    {
-        QFETCH(QStringList, options);
+        QFETCH(int, file);
+        QFETCH(QString, options);
         QFETCH(int, exitCode);
         QFETCH(QString, error);
-        const QString stage = dir.filePath("stage.sff");
-        QFile file(stage);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(sampleFile(5));
-        file.close();
-        const QString out = dir.filePath("stage-101.sff");
+        const QString in = CliTest::write(dir, "in.sff", sampleFile(file));
+        const QString out = dir.filePath("converted.sff");
         QFile::remove(out);
-        const Result result = run(QStringList{"sff", "convert", stage, out, "--version", "1.01"} + options);
+        const Result result = run(QStringList{"sff", "convert", in, out} + options.split(' '));
         QCOMPARE(result.exitCode, exitCode);
         QVERIFY2(result.err.contains(error), qPrintable(result.err));
         QCOMPARE(QFile::exists(out), exitCode == 0);
         if (exitCode != 0) return;
-        QVERIFY(result.out.contains("version 1.01"));
-        const Result before = run({"sff", "decode", stage});
+        QVERIFY(result.out.contains("version " + options.section(' ', 1, 1)));
+        const Result before = run({"sff", "decode", in});
         const Result after = run({"sff", "decode", out});
         QCOMPARE(after.out.section('\n', 0, 2), before.out.section('\n', 0, 2));
     }
@@ -257,14 +230,8 @@ private Q_SLOTS:
 
     void errors()
     {
-        QCOMPARE(run({"sff", "info", dir.filePath("missing.sff")}).exitCode, 1);
-        QCOMPARE(run({"sff", "frobnicate", sample}).exitCode, 2);
         QCOMPARE(run({"sff", "convert", sample, dir.filePath("x.sff"), "--version", "3.0"}).exitCode, 2);
-        QFile text(dir.filePath("text.sff"));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write("not a sprite file");
-        text.close();
-        const Result result = run({"sff", "list", text.fileName()});
+        const Result result = run({"sff", "list", CliTest::write(dir, "text.sff", "not a sprite file")});
         QCOMPARE(result.exitCode, 1);
         QVERIFY(result.err.contains("not a sprite file"));
     }
@@ -277,7 +244,7 @@ private Q_SLOTS:
         const QString path = files.first();
         const Result info = run({"sff", "info", path, "--json"});
         QCOMPARE(info.exitCode, 0);
-        const QJsonObject root = QJsonDocument::fromJson(info.out.toUtf8()).object();
+        const QJsonObject root = CliTest::json(info).object();
         QVERIFY(root.value("sprites").toInt() > 100);
         const Result decode = run({"sff", "decode", path});
         QCOMPARE(decode.exitCode, 0);

@@ -3,6 +3,7 @@
 // Shared by the definitions and commands tests: a description of a parameter document's model, and the
 // checks of parameter binding that hold after any edit.
 
+#include "FileBytes.h"
 #include "QCommand.h"
 #include "QCommandParam.h"
 #include "QCommands.h"
@@ -19,20 +20,7 @@
 #include "QTextEncoding.h"
 #include "QVersionParam.h"
 
-#include <QFile>
 #include <QStringList>
-
-inline QByteArray readBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline bool writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
 
 inline QString describeParam(const QGroupParam* param)
 {

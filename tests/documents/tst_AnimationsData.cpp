@@ -3,12 +3,12 @@
 // seeded run of random edits keeps text, elements and model in step after every step.
 
 #include "AnimationsTestSupport.h"
+#include "FileBytes.h"
 #include "QNullSyntaxProcessor.h"
 #include "QSyntaxProcessorFactory.h"
 #include "TestData.h"
 
 #include <QColor>
-#include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -93,12 +93,6 @@ Counts countModel(const QAnimations& model)
                 if (set) counts.boxes += int(set->boxes.size());
     }
     return counts;
-}
-
-QByteArray readBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace

@@ -13,6 +13,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
+
+using CommandsEdit = std::function<void(QCommands&)>;
+Q_DECLARE_METATYPE(CommandsEdit)
+
 class tst_Commands : public QObject
 {
     Q_OBJECT
@@ -59,40 +64,21 @@ void tst_Commands::steps_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("steps");
     QTest::addColumn<QString>("written");
-
-    QTest::newRow("release and diagonal") << "command = ~D, DF, F, x"
-                                          << "2/2/0 10/0/0 8/0/0 128/0/0"
-                                          << "~D, DF, F, x";
-    QTest::newRow("hold and button") << "command = /F+a"
-                                     << "24/1/0 "
-                                     << "/F+a";
-    QTest::newRow("release time and any direction") << "command = ~20$B, $F, x+y"
-                                                    << "4/6/20 8/4/0 384/0/0"
-                                                    << "~$B, $F, x+y";
-    QTest::newRow("time written after hold only") << "command = ~30a"
-                                                  << "16/2/30"
-                                                  << "~a";
-    QTest::newRow("hold with time") << "command = ~30/a"
-                                    << "16/3/30"
-                                    << "/30~a";
-    QTest::newRow("nothing between") << "command = >~F, >a+b+c"
-                                     << "8/10/0 112/8/0"
-                                     << "~>F, >a+b+c";
-    QTest::newRow("all diagonals") << "command = UB, UF, DB, DF"
-                                   << "5/0/0 9/0/0 6/0/0 10/0/0"
-                                   << "UB, UF, DB, DF";
-    QTest::newRow("words are case-sensitive") << "command = f, X, s, start"
-                                              << "0/0/0 0/0/0 1024/0/0 0/0/0"
-                                              << ", , s, ";
-    QTest::newRow("empty") << "command ="
-                           << "0/0/0"
-                           << "";
-    QTest::newRow("trailing comma") << "command = a,"
-                                    << "16/0/0 0/0/0"
-                                    << "a, ";
-    QTest::newRow("comment") << "command = a ; b, c"
-                             << "16/0/0"
-                             << "a";
+    // The value of a "command =" line.
+    auto row = [](const char* name, const char* value, const char* steps, const char* written) {
+        QTest::newRow(name) << value << steps << written;
+    };
+    row("release and diagonal", "~D, DF, F, x", "2/2/0 10/0/0 8/0/0 128/0/0", "~D, DF, F, x");
+    row("hold and button", "/F+a", "24/1/0 ", "/F+a");
+    row("release time and any direction", "~20$B, $F, x+y", "4/6/20 8/4/0 384/0/0", "~$B, $F, x+y");
+    row("time written after hold only", "~30a", "16/2/30", "~a");
+    row("hold with time", "~30/a", "16/3/30", "/30~a");
+    row("nothing between", ">~F, >a+b+c", "8/10/0 112/8/0", "~>F, >a+b+c");
+    row("all diagonals", "UB, UF, DB, DF", "5/0/0 9/0/0 6/0/0 10/0/0", "UB, UF, DB, DF");
+    row("words are case-sensitive", "f, X, s, start", "0/0/0 0/0/0 1024/0/0 0/0/0", ", , s, ");
+    row("empty", "", "0/0/0", "");
+    row("trailing comma", "a,", "16/0/0 0/0/0", "a, ");
+    row("comment", "a ; b, c", "16/0/0", "a");
 }
 
 void tst_Commands::steps()
@@ -100,15 +86,14 @@ void tst_Commands::steps()
     QFETCH(QString, line);
     QFETCH(QString, steps);
     QCommands commands;
-    commands.setPlainText(QStringLiteral("[Command]\nname = \"n\"\n") + line);
+    commands.setPlainText(QStringLiteral("[Command]\nname = \"n\"\ncommand = ") + line);
     QCOMPARE(commands.count(), 1);
     const QCommandParam* param = commands.at(0)->commandParam();
     QVERIFY(param);
     QCOMPARE(describeSteps(param->steps).trimmed(), steps.trimmed());
     QTEST(commands.at(0)->command(), "written");
     QCOMPARE(commands.at(0)->length(), int(param->steps.size()));
-    QCOMPARE(describeSteps(QCommandParam::parseSteps(line.mid(line.indexOf('=') + 1))),
-             describeSteps(param->steps));
+    QCOMPARE(describeSteps(QCommandParam::parseSteps(QLatin1Char(' ') + line)), describeSteps(param->steps));
 }
 
 void tst_Commands::sections_data()
@@ -147,87 +132,58 @@ void tst_Commands::sections()
 
 void tst_Commands::operations_data()
 {
-    QTest::addColumn<QString>("operation");
+    QTest::addColumn<CommandsEdit>("edit");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
 
-    const QString three =
-        "; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"a\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("add") << "add"
-                         << "[Command]\nname = \"a\""
-                         << "[Command]\nname = \"a\"\n[Command]\n";
-    QTest::newRow("add to empty") << "add"
-                                  << ""
-                                  << "[Command]\n";
-    QTest::newRow("insert") << "insert 1" << three
-                            << "; one\n[Command]\nname = \"c\"\n\n[Command]\n[Command]\nname = "
-                               "\"a\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("insert first") << "insert 0" << three << "[Command]\n" + three;
-    QTest::newRow("insert beyond") << "insert 9" << three << three + "[Command]\n";
-    QTest::newRow("remove") << "remove 1" << three
-                            << "; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("remove first with its comment")
-        << "remove 0" << three << "[Command]\nname = \"a\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("move down")
-        << "move 0 1" << three
-        << "[Command]\nname = \"a\"\n\n; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("move to end")
-        << "move 0 2" << three
-        << "[Command]\nname = \"a\"\n\n[Command]\nname = \"b\"\n; one\n[Command]\nname = \"c\"\n\n";
-    QTest::newRow("move up")
-        << "move 2 0" << three
-        << "[Command]\nname = \"b\"\n; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"a\"\n\n";
-    QTest::newRow("duplicate")
-        << "duplicate 1" << three
-        << "; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"a\"\n\n[Command]\nname = "
-           "\"a\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("duplicate last") << "duplicate 0"
-                                    << "[Command]\nname = \"a\""
-                                    << "[Command]\nname = \"a\"\n[Command]\nname = \"a\"";
-    QTest::newRow("organize")
-        << "organize" << three
-        << "[Command]\nname = \"a\"\n\n[Command]\nname = \"b\"\n; one\n[Command]\nname = \"c\"\n\n";
-    QTest::newRow("set name")
-        << "name 1 Z" << three
-        << "; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"Z\"\n\n[Command]\nname = \"b\"\n";
-    QTest::newRow("add name") << "name 0 Z"
-                              << "[Command]\ncommand = x"
-                              << "[Command]\nname = \"Z\"\ncommand = x";
-    QTest::newRow("set command") << "command 0 ~D,F"
-                                 << "[Command]\nname = \"a\"\ncommand = x ;old\ntime = 5"
-                                 << "[Command]\nname = \"a\"\ncommand = ~D,F\ntime = 5";
-    QTest::newRow("add command") << "command 0 x"
-                                 << "[Command]\nname = \"a\"\n[Command]"
-                                 << "[Command]\nname = \"a\"\ncommand = x\n[Command]";
+    const QString a = QStringLiteral("[Command]\nname = \"a\"");
+    const QString three = QStringLiteral(
+        "; one\n[Command]\nname = \"c\"\n\n[Command]\nname = \"a\"\n\n[Command]\nname = \"b\"\n");
+    const QString c = QStringLiteral("; one\n[Command]\nname = \"c\"\n\n");
+    const QString a2 = QStringLiteral("[Command]\nname = \"a\"\n\n");
+    const QString b = QStringLiteral("[Command]\nname = \"b\"\n");
+    auto row = [](const char* name, const QString& text, const QString& expected, CommandsEdit edit) {
+        QTest::newRow(name) << edit << text << expected;
+    };
+    // Moves and the organizer rewrite the text in one edit.
+    auto once = [](std::function<void(QCommands&)> edit) {
+        return [edit](QCommands& commands) {
+            QSignalSpy updated(&commands, &QElementTextEditor::updated);
+            edit(commands);
+            QCOMPARE(updated.count(), 1);
+        };
+    };
+    row("add", a, a + "\n[Command]\n", [](QCommands& m) { QVERIFY(m.add() == m.commands.last()); });
+    row("add to empty", "", "[Command]\n", [](QCommands& m) { QVERIFY(m.add() == m.commands.last()); });
+    row("insert", three, c + "[Command]\n" + a2 + b, [](QCommands& m) { QVERIFY(m.insert(1)); });
+    row("insert first", three, "[Command]\n" + three, [](QCommands& m) { QVERIFY(m.insert(0)); });
+    row("insert beyond", three, three + "[Command]\n", [](QCommands& m) { QVERIFY(m.insert(9)); });
+    row("remove", three, c + b, [](QCommands& m) { m.remove(1); });
+    row("remove first with its comment", three, a2 + b, [](QCommands& m) { m.remove(0); });
+    row("move down", three, a2 + c + b, once([](QCommands& m) { m.move(0, 1); }));
+    row("move to end", three, a2 + b + c, once([](QCommands& m) { m.move(0, 2); }));
+    row("move up", three, b + c + a2, once([](QCommands& m) { m.move(2, 0); }));
+    row("duplicate", three, c + a2 + a2 + b, [](QCommands& m) { QVERIFY(m.duplicate(1)); });
+    row("duplicate last", a, a + "\n" + a, [](QCommands& m) { QVERIFY(m.duplicate(0)); });
+    row("organize", three, a2 + b + c, once([](QCommands& m) { m.autoOrganize(); }));
+    row("set name", three, c + "[Command]\nname = \"Z\"\n\n" + b,
+        [](QCommands& m) { m.at(1)->setName("Z"); });
+    row("add name", "[Command]\ncommand = x", "[Command]\nname = \"Z\"\ncommand = x",
+        [](QCommands& m) { m.at(0)->setName("Z"); });
+    row("set command", a + "\ncommand = x ;old\ntime = 5", a + "\ncommand = ~D,F\ntime = 5",
+        [](QCommands& m) { m.at(0)->setCommand("~D,F"); });
+    row("add command", a + "\n[Command]", a + "\ncommand = x\n[Command]",
+        [](QCommands& m) { m.at(0)->setCommand("x"); });
 }
 
 void tst_Commands::operations()
 {
-    QFETCH(QString, operation);
+    QFETCH(CommandsEdit, edit);
     QFETCH(QString, text);
     QCommands commands;
     commands.setPlainText(text);
-    QSignalSpy updated(&commands, &QElementTextEditor::updated);
-    const QStringList words = operation.split(QLatin1Char(' '));
-    const QString verb = words.at(0);
-    if (verb == QLatin1String("add"))
-        QVERIFY(commands.add() == commands.commands.last());
-    else if (verb == QLatin1String("insert"))
-        QVERIFY(commands.insert(words.at(1).toUInt()));
-    else if (verb == QLatin1String("remove"))
-        commands.remove(words.at(1).toUInt());
-    else if (verb == QLatin1String("move"))
-        commands.move(words.at(1).toInt(), words.at(2).toUInt());
-    else if (verb == QLatin1String("duplicate"))
-        QVERIFY(commands.duplicate(words.at(1).toUInt()));
-    else if (verb == QLatin1String("organize"))
-        commands.autoOrganize();
-    else if (verb == QLatin1String("name"))
-        commands.at(words.at(1).toUInt())->setName(words.at(2));
-    else if (verb == QLatin1String("command"))
-        commands.at(words.at(1).toUInt())->setCommand(words.at(2));
+    edit(commands);
     QTEST(commands.text(), "expected");
-    if (verb == QLatin1String("move") || verb == QLatin1String("organize")) QCOMPARE(updated.count(), 1);
     QCOMPARE(checkInvariants(commands), QString());
     QCOMPARE(checkParamBinding(commands), QString());
     QCommands fresh;

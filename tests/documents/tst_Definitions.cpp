@@ -77,39 +77,28 @@ void tst_Definitions::reading_data()
     QTest::addColumn<uint>("version");
     QTest::addColumn<QPoint>("localCoord");
     QTest::addColumn<QProjectType>("type");
-
-    const QPoint standard(320, 240);
+    // Without a version line the version is 1.1 and the coordinates are 320 by 240.
+    auto row = [](const char* name, const char* text, const char* title, QProjectType type = Character,
+                  uint version = 0x1010000u) {
+        QTest::newRow(name) << text << title << version << QPoint(320, 240) << type;
+    };
     QTest::newRow("character")
         << "[Info]\nname = \"Kung Fu Man\" ;Name\nmugenversion = 1.0\nlocalcoord = 1280,720\n"
         << "Kung Fu Man" << 0x1000000u << QPoint(1280, 720) << Character;
-    QTest::newRow("any case") << "[INFO]\nNAME = \"K\"\nMugenVersion = 1.1"
-                              << "K" << 0x1010000u << standard << Character;
-    QTest::newRow("section with a word more") << "[Info 2]\nname = \"K\""
-                                              << "" << 0x1010000u << standard << Character;
-    QTest::newRow("unquoted name") << "[Info]\nname = Kung Fu"
-                                   << "" << 0x1010000u << standard << Character;
-    QTest::newRow("date as version") << "[Info]\nmugenversion = 04,14,2002"
-                                     << "" << 0u << standard << Character;
-    QTest::newRow("empty version") << "[Info]\nmugenversion ="
-                                   << "" << 0u << standard << Character;
-    QTest::newRow("three numbers") << "[Info]\nlocalcoord = 320, 240, 1\n[Info]\nlocalcoord = 1,2"
-                                   << "" << 0x1010000u << standard << Character;
-    QTest::newRow("comment naming the next section") << "[Info]\nmugenversion = 1.1 ;v\n[Files]"
-                                                     << "" << 0x1010000u << standard << Character;
-    QTest::newRow("second info ignored") << "[Info]\nname = \"A\"\n[Info]\nname = \"B\""
-                                         << "A" << 0x1010000u << standard << Character;
-    QTest::newRow("stage") << "[Info]\nname = \"S\"\n[BGdef]\nspr = s.sff"
-                           << "S" << 0x1010000u << standard << Stage;
-    QTest::newRow("storyboard") << "[SceneDef]\nspr = i.sff\n[BGDef]"
-                                << "" << 0x1010000u << standard << Stage;
-    QTest::newRow("font") << "[FNT v2]\n[Def]\nfile = f.sff"
-                          << "" << 0x1010000u << standard << Font;
-    QTest::newRow("system") << "[Files]\n[TitleBGdef]\n[Select Info]"
-                            << "" << 0x1010000u << standard << SystemScreen;
-    QTest::newRow("fight") << "[Files]\n[Lifebar]"
-                           << "" << 0x1010000u << standard << FightFX;
-    QTest::newRow("scene before def") << "[Def]\n[SceneDef]"
-                                      << "" << 0x1010000u << standard << Storyboard;
+    row("any case", "[INFO]\nNAME = \"K\"\nMugenVersion = 1.1", "K");
+    row("section with a word more", "[Info 2]\nname = \"K\"", "");
+    row("unquoted name", "[Info]\nname = Kung Fu", "");
+    row("date as version", "[Info]\nmugenversion = 04,14,2002", "", Character, 0);
+    row("empty version", "[Info]\nmugenversion =", "", Character, 0);
+    row("three numbers", "[Info]\nlocalcoord = 320, 240, 1\n[Info]\nlocalcoord = 1,2", "");
+    row("comment naming the next section", "[Info]\nmugenversion = 1.1 ;v\n[Files]", "");
+    row("second info ignored", "[Info]\nname = \"A\"\n[Info]\nname = \"B\"", "A");
+    row("stage", "[Info]\nname = \"S\"\n[BGdef]\nspr = s.sff", "S", Stage);
+    row("storyboard", "[SceneDef]\nspr = i.sff\n[BGDef]", "", Stage);
+    row("font", "[FNT v2]\n[Def]\nfile = f.sff", "", Font);
+    row("system", "[Files]\n[TitleBGdef]\n[Select Info]", "", SystemScreen);
+    row("fight", "[Files]\n[Lifebar]", "", FightFX);
+    row("scene before def", "[Def]\n[SceneDef]", "", Storyboard);
 }
 
 void tst_Definitions::reading()
@@ -131,42 +120,27 @@ void tst_Definitions::fileLists_data()
     QTest::addColumn<QString>("others");
     QTest::addColumn<QStringList>("states");
 
-    QTest::newRow("character")
-        << "[Files]\ncmd = k.cmd\ncns = k.cns\nst = k.cns\nstcommon = common1.cns\nsprite = k.sff\nanim = "
-           "k.air\nsound = k.snd\npal1 = a.act\npal12 = l.act\npal13 = m.act\nst2 = more.st"
-        << "k.sff"
-        << "k.air|k.snd|k.cmd|a.act|l.act" << QStringList{"k.cns", "common1.cns", "more.st"};
-    QTest::newRow("backslashes and blanks")
-        << "[Files]\nsprite = my chars\\kfm.sff ;comment\nanim = \"q a.air\""
-        << "my chars/kfm.sff"
-        << "q a.air||||" << QStringList();
-    QTest::newRow("last sprite key wins") << "[Files]\nsff = a.sff\nspr = b.sff"
-                                          << "b.sff"
-                                          << "||||" << QStringList();
-    QTest::newRow("empty value") << "[Files]\nsprite =\nanim = a.air"
-                                 << ""
-                                 << "a.air||||" << QStringList();
-    QTest::newRow("two files sections") << "[Files]\nsprite = a.sff\n[Files]\nsprite = b.sff\nanim = b.air"
-                                        << "a.sff"
-                                        << "||||" << QStringList();
-    QTest::newRow("keys outside a section") << "sprite = a.sff\n[Palette Keymap]\nsprite = b.sff"
-                                            << ""
-                                            << "||||" << QStringList();
-    QTest::newRow("stage folder cut") << "[BGDef]\nspr = Stages\\kfm.sff"
-                                      << "kfm.sff"
-                                      << "||||" << QStringList();
-    QTest::newRow("stage leading slash") << "[BGDef]\nspr = /stages/a/kfm.sff"
-                                         << "a/kfm.sff"
-                                         << "||||" << QStringList();
-    QTest::newRow("stage other folder") << "[BGDef]\nspr = mystages/kfm.sff"
-                                        << "mystages/kfm.sff"
-                                        << "||||" << QStringList();
-    QTest::newRow("storyboard") << "[Info]\n[SceneDef]\nspr = intro.sff\n[Files]\nsprite = no.sff"
-                                << "intro.sff"
-                                << "||||" << QStringList();
-    QTest::newRow("font") << "[FNT v2]\n[Def]\nType = bitmap\nfile = f\\num.sff"
-                          << "f/num.sff"
-                          << "||||" << QStringList();
+    // Others: animation, sound, commands and the first two palettes.
+    auto row = [](const char* name, const char* text, const char* sprite, const char* others = "||||",
+                  const QStringList& states = QStringList()) {
+        QTest::newRow(name) << text << sprite << others << states;
+    };
+    row("character",
+        "[Files]\ncmd = k.cmd\ncns = k.cns\nst = k.cns\nstcommon = common1.cns\nsprite = k.sff\nanim = "
+        "k.air\n"
+        "sound = k.snd\npal1 = a.act\npal12 = l.act\npal13 = m.act\nst2 = more.st",
+        "k.sff", "k.air|k.snd|k.cmd|a.act|l.act", {"k.cns", "common1.cns", "more.st"});
+    row("backslashes and blanks", "[Files]\nsprite = my chars\\kfm.sff ;comment\nanim = \"q a.air\"",
+        "my chars/kfm.sff", "q a.air||||");
+    row("last sprite key wins", "[Files]\nsff = a.sff\nspr = b.sff", "b.sff");
+    row("empty value", "[Files]\nsprite =\nanim = a.air", "", "a.air||||");
+    row("two files sections", "[Files]\nsprite = a.sff\n[Files]\nsprite = b.sff\nanim = b.air", "a.sff");
+    row("keys outside a section", "sprite = a.sff\n[Palette Keymap]\nsprite = b.sff", "");
+    row("stage folder cut", "[BGDef]\nspr = Stages\\kfm.sff", "kfm.sff");
+    row("stage leading slash", "[BGDef]\nspr = /stages/a/kfm.sff", "a/kfm.sff");
+    row("stage other folder", "[BGDef]\nspr = mystages/kfm.sff", "mystages/kfm.sff");
+    row("storyboard", "[Info]\n[SceneDef]\nspr = intro.sff\n[Files]\nsprite = no.sff", "intro.sff");
+    row("font", "[FNT v2]\n[Def]\nType = bitmap\nfile = f\\num.sff", "f/num.sff");
 }
 
 void tst_Definitions::fileLists()
@@ -355,18 +329,10 @@ void tst_Definitions::realCharacters_data()
                             << "Kung Fu Man 720" << 0x1000000u
                             << QStringList{"kfm720.sff", "kfm720.air", "kfm.snd", "kfm720.cmd"} << none
                             << QStringList{"kfm720.cns", "common1.cns"};
-    QStringList catwalk = {"Palettes/Default.act",
-                           "Palettes/GreenFill.act",
-                           "Palettes/RedFill.act",
-                           "Palettes/TealFill.act",
-                           "Palettes/YellowFill.act",
-                           "Palettes/PinkFill.act",
-                           "Palettes/PurpleFill.act",
-                           "Palettes/MagentaFill.act",
-                           "Palettes/OrangeFill.act",
-                           QString(),
-                           QString(),
-                           "Palettes/GreyFill.act"};
+    QStringList catwalk;
+    for (const char* name : {"Default", "GreenFill", "RedFill", "TealFill", "YellowFill", "PinkFill",
+                             "PurpleFill", "MagentaFill", "OrangeFill", "", "", "GreyFill"})
+        catwalk << (*name ? QStringLiteral("Palettes/%1.act").arg(QLatin1String(name)) : QString());
     QTest::newRow("Catwalk") << "ikemen-go-2019/chars/Catwalk/Catwalk.def"
                              << "Catwalk" << 0x1000000u
                              << QStringList{"Sprite.sff", "Anim.air", "Sound.snd", "Command.cmd"} << catwalk

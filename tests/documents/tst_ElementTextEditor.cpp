@@ -363,8 +363,6 @@ void tst_ElementTextEditor::insertLines_data()
     QTest::addColumn<bool>("ownBlock");
     QTest::addColumn<QString>("text");
 
-    const QString top = QStringLiteral("; A\n[Section 1]\nitem 1\n; B\n[Section 2]\nitem 2");
-    Q_UNUSED(top);
     QTest::newRow("after a section's span")
         << 1 << true << false << "; A\n[Section 1]\nitem 1\nitem 9\n; B\n[Section 2]\nitem 2";
     QTest::newRow("after a header's own line")

@@ -1,6 +1,7 @@
 // Old single-file fonts: reading the header, image and text, and converting them into definitions
 // text and a version 2.00 sprite model with one sprite per character.
 
+#include "FileBytes.h"
 #include "QDefinitions.h"
 #include "QDialogRecorder.h"
 #include "QFntReader.h"
@@ -147,39 +148,30 @@ private Q_SLOTS:
         QTest::addColumn<QPoint>("offset");
         // code:order:x:width of each mapped character, in code order.
         QTest::addColumn<QString>("map");
-
-        QTest::newRow("defaults") << QStringLiteral("[Map]\nA 1 2\n") << false << 256 << QSize(-1, -1)
-                                  << QPoint() << QStringLiteral("65:0:1:2");
+        // A variable font of 256 colours without size or offset, unless the row says otherwise.
+        auto row = [](const char* name, const QString& text, const char* map, QSize size = QSize(-1, -1)) {
+            QTest::newRow(name) << text << false << 256 << size << QPoint() << map;
+        };
+        row("defaults", QStringLiteral("[Map]\nA 1 2\n"), "65:0:1:2");
         QTest::newRow("keys in any case")
-            << QStringLiteral("[DEF]\nTYPE = fixed\nCOLORS = 16\nSIZE = 8,9\n"
-                              "OFFSET = 0,-1\n[mAp]\nb\na\n")
+            << QStringLiteral("[DEF]\nTYPE = fixed\nCOLORS = 16\nSIZE = 8,9\nOFFSET = 0,-1\n[mAp]\nb\na\n")
             << true << 16 << QSize(8, 9) << QPoint(0, -1) << QStringLiteral("97:1:0:0 98:0:0:0");
-        QTest::newRow("colors 300") << QStringLiteral("[Def]\ncolors = 300\n") << false << 256
-                                    << QSize(-1, -1) << QPoint() << QString();
-        QTest::newRow("colors 0") << QStringLiteral("[Def]\ncolors = 0\n") << false << 256 << QSize(-1, -1)
-                                  << QPoint() << QString();
-        QTest::newRow("colors negative") << QStringLiteral("[Def]\ncolors = -4\n") << false << 256
-                                         << QSize(-1, -1) << QPoint() << QString();
-        QTest::newRow("keys before any section")
-            << QStringLiteral("size = 4,5\n[Map]\n") << false << 256 << QSize(4, 5) << QPoint() << QString();
-        QTest::newRow("other section is def")
-            << QStringLiteral("[Map]\nA 0 1\n[Other]\nsize = 2,2\nB 1 1\n") << false << 256 << QSize(2, 2)
-            << QPoint() << QStringLiteral("65:0:0:1");
-        QTest::newRow("hex codes") << QStringLiteral("[Map]\n0x5B 216 3 ;Open square bracket\n0x3b 9 1\n"
-                                                     "0 4 5\n0x1FF 1 1\n")
-                                   << false << 256 << QSize(-1, -1) << QPoint()
-                                   << QStringLiteral("0:3:1:1 48:2:4:5 59:1:9:1 91:0:216:3");
-        QTest::newRow("code above 255 lands on 0") << QStringLiteral("[Map]\n\u0100 7 8\n") << false << 256
-                                                   << QSize(-1, -1) << QPoint() << QStringLiteral("0:0:7:8");
-        QTest::newRow("semicolon, quote and blank are characters")
-            << QStringLiteral("[Map]\n;\n\" 3 4\n  \n\n") << false << 256 << QSize(-1, -1) << QPoint()
-            << QStringLiteral("32:2:0:0 34:1:3:4 59:0:0:0");
-        QTest::newRow("no integers, one integer")
-            << QStringLiteral("[Map]\nA\nB 5\nC x 6 7\n") << false << 256 << QSize(-1, -1) << QPoint()
-            << QStringLiteral("65:0:0:0 66:1:5:0 67:2:6:7");
-        QTest::newRow("first line of a character counts")
-            << QStringLiteral("[Map]\nA 0 3\nA 9 9\nB 3 3\n") << false << 256 << QSize(-1, -1) << QPoint()
-            << QStringLiteral("65:0:0:3 66:2:3:3");
+        row("colors 300", QStringLiteral("[Def]\ncolors = 300\n"), "");
+        row("colors 0", QStringLiteral("[Def]\ncolors = 0\n"), "");
+        row("colors negative", QStringLiteral("[Def]\ncolors = -4\n"), "");
+        row("keys before any section", QStringLiteral("size = 4,5\n[Map]\n"), "", QSize(4, 5));
+        row("other section is def", QStringLiteral("[Map]\nA 0 1\n[Other]\nsize = 2,2\nB 1 1\n"), "65:0:0:1",
+            QSize(2, 2));
+        row("hex codes",
+            QStringLiteral("[Map]\n0x5B 216 3 ;Open square bracket\n0x3b 9 1\n0 4 5\n0x1FF 1 1\n"),
+            "0:3:1:1 48:2:4:5 59:1:9:1 91:0:216:3");
+        row("code above 255 lands on 0", QStringLiteral("[Map]\n\u0100 7 8\n"), "0:0:7:8");
+        row("semicolon, quote and blank", QStringLiteral("[Map]\n;\n\" 3 4\n  \n\n"),
+            "32:2:0:0 34:1:3:4 59:0:0:0");
+        row("no integers, one integer", QStringLiteral("[Map]\nA\nB 5\nC x 6 7\n"),
+            "65:0:0:0 66:1:5:0 67:2:6:7");
+        row("first line of a character counts", QStringLiteral("[Map]\nA 0 3\nA 9 9\nB 3 3\n"),
+            "65:0:0:3 66:2:3:3");
     }
 
     void readText()
@@ -210,20 +202,25 @@ private Q_SLOTS:
         QTest::addColumn<int>("width");
         QTest::addColumn<QRect>("cell");
         // The image is 10 by 6.
-        QTest::newRow("variable inside") << false << QSize() << 5 << 2 << 3 << QRect(2, 0, 3, 6);
-        QTest::newRow("variable cut at the right") << false << QSize() << 0 << 8 << 5 << QRect(8, 0, 2, 6);
-        QTest::newRow("variable from the left") << false << QSize() << 0 << -2 << 4 << QRect(0, 0, 2, 6);
-        QTest::newRow("variable outside") << false << QSize() << 0 << 10 << 4 << QRect();
-        QTest::newRow("variable no width") << false << QSize() << 0 << 3 << 0 << QRect();
-        QTest::newRow("variable huge") << false << QSize() << 0 << 2147483600 << 2147483600 << QRect();
-        QTest::newRow("fixed first row") << true << QSize(4, 3) << 1 << 0 << 0 << QRect(4, 0, 4, 3);
-        QTest::newRow("fixed cut at the right") << true << QSize(4, 3) << 2 << 0 << 0 << QRect(8, 0, 2, 3);
-        QTest::newRow("fixed second row") << true << QSize(4, 3) << 3 << 0 << 0 << QRect(0, 3, 4, 3);
-        QTest::newRow("fixed past the image") << true << QSize(4, 3) << 6 << 0 << 0 << QRect();
-        QTest::newRow("fixed wider than the image")
-            << true << QSize(12, 6) << 0 << 0 << 0 << QRect(0, 0, 10, 6);
-        QTest::newRow("fixed without size") << true << QSize(-1, -1) << 0 << 0 << 0 << QRect();
-        QTest::newRow("fixed huge") << true << QSize(2147483600, 2147483600) << 3 << 0 << 0 << QRect();
+        auto variable = [](const char* name, int x, int width, QRect cell) {
+            QTest::newRow(name) << false << QSize() << 0 << x << width << cell;
+        };
+        auto fixed = [](const char* name, QSize size, int order, QRect cell) {
+            QTest::newRow(name) << true << size << order << 0 << 0 << cell;
+        };
+        variable("variable inside", 2, 3, QRect(2, 0, 3, 6));
+        variable("variable cut at the right", 8, 5, QRect(8, 0, 2, 6));
+        variable("variable from the left", -2, 4, QRect(0, 0, 2, 6));
+        variable("variable outside", 10, 4, QRect());
+        variable("variable no width", 3, 0, QRect());
+        variable("variable huge", 2147483600, 2147483600, QRect());
+        fixed("fixed first row", QSize(4, 3), 1, QRect(4, 0, 4, 3));
+        fixed("fixed cut at the right", QSize(4, 3), 2, QRect(8, 0, 2, 3));
+        fixed("fixed second row", QSize(4, 3), 3, QRect(0, 3, 4, 3));
+        fixed("fixed past the image", QSize(4, 3), 6, QRect());
+        fixed("fixed wider than the image", QSize(12, 6), 0, QRect(0, 0, 10, 6));
+        fixed("fixed without size", QSize(-1, -1), 0, QRect());
+        fixed("fixed huge", QSize(2147483600, 2147483600), 3, QRect());
     }
 
     void cells()
@@ -383,9 +380,7 @@ private Q_SLOTS:
     {
         TAVREL_REQUIRE_TESTDATA();
         QFETCH(QString, path);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QMap<int, QSize> expected = expectedCells(file.readAll());
+        const QMap<int, QSize> expected = expectedCells(readBytes(path));
         QVERIFY(!expected.isEmpty());
 
         QDialogRecorder dialogs;

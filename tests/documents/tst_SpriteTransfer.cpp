@@ -1,10 +1,10 @@
+#include "FileBytes.h"
 #include "QSprite.h"
 #include "QSpritePalette.h"
 #include "QSpriteTransfer.h"
 #include "QSprites.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -65,19 +65,6 @@ void fill(QSprites& sprites)
     third->setImage(rgb);
 }
 
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void writeFile(const QString& path, const QByteArray& data)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(data);
-}
-
 const QByteArray paletteDef10 = "\n[PaletteDef]\ngroup = 1\nnumber = 0\nfile = 1-0.act\n";
 const QByteArray paletteDef23 = "\n[PaletteDef]\ngroup = 2\nnumber = 3\nfile = 2-3.act\n";
 const QByteArray spriteDef00 =
@@ -136,7 +123,7 @@ void tst_SpriteTransfer::exportFile()
     if (filled) fill(sprites);
     QTemporaryDir dir;
     QVERIFY(QSpriteTransfer::exportTo(sprites, dir.filePath("out.tve"), selection));
-    QCOMPARE(readAll(dir.filePath("out.tve")), expected);
+    QCOMPARE(readBytes(dir.filePath("out.tve")), expected);
     QStringList written = QDir(dir.path()).entryList(QDir::Files);
     written.removeOne("out.tve");
     files.sort();
@@ -177,7 +164,7 @@ void tst_SpriteTransfer::sprMaker()
     fill(sprites);
     QTemporaryDir dir;
     QVERIFY(QSpriteTransfer::exportTo(sprites, dir.filePath("chars.DEF"), selection));
-    QCOMPARE(readAll(dir.filePath("chars.DEF")), sprMakerHead + body);
+    QCOMPARE(readBytes(dir.filePath("chars.DEF")), sprMakerHead + body);
 }
 
 void tst_SpriteTransfer::sprMakerNameIsLatin1()
@@ -186,7 +173,7 @@ void tst_SpriteTransfer::sprMakerNameIsLatin1()
     QTemporaryDir dir;
     const QString target = dir.filePath(QString::fromUtf8("Sprüte Спрайт.def"));
     QVERIFY(QSpriteTransfer::exportTo(sprites, target));
-    const QByteArray text = readAll(target);
+    const QByteArray text = readBytes(target);
     QVERIFY2(text.startsWith("[Output]\r\n;filename = Spr\xfc"
                              "te ??????.sff\r\n"),
              text.constData());
@@ -272,7 +259,7 @@ void tst_SpriteTransfer::import()
         QDir(dir.path()).mkpath("sub");
         QVERIFY(indexed(palette(100, 3), 1).save(dir.filePath(imageName), "PNG"));
     }
-    writeFile(dir.filePath("in.tve"), text);
+    QVERIFY(writeBytes(dir.filePath("in.tve"), text));
 
     QSprites model;
     QVERIFY(QSpriteTransfer::importFrom(model, dir.filePath("in.tve")));

@@ -11,10 +11,11 @@
 #include "QStreamCache.h"
 #include "QStreamCacheFilter.h"
 #include "SffBuilder.h"
-#include "TestData.h"
+#include "SpriteTestKit.h"
 
-#include <QBuffer>
 #include <QtTest>
+
+using SpriteTestKit::pngAt;
 
 namespace {
 
@@ -26,15 +27,6 @@ QImage argbImage(int width, int height, int seed)
             image.setPixel(x, y,
                            qRgba((x * 7 + seed) & 0xFF, (y * 5) & 0xFF, (x ^ y) & 0xFF, (x + y * 3) & 0xFF));
     return image;
-}
-
-QByteArray pngAt(const QImage& image, int quality)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG", quality);
-    return bytes;
 }
 
 // Every row of the progressive decoding, asked for in steps, against the block decoded whole.
@@ -121,9 +113,7 @@ void tst_BlockRows::forms()
 
 void tst_BlockRows::realFiles_data()
 {
-    QTest::addColumn<QString>("path");
-    for (const QString& path : TestData::files({QStringLiteral("*.sff")}))
-        QTest::newRow(qPrintable(QDir(TestData::root()).relativeFilePath(path))) << path;
+    SpriteTestKit::addSffFileRows();
 }
 
 void tst_BlockRows::realFiles()

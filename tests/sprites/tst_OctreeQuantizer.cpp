@@ -72,7 +72,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("maximum");
         QTest::addColumn<int>("depth");
         QTest::newRow("256, 8") << 256 << 8;
-        QTest::newRow("16, 8") << 16 << 8;
         QTest::newRow("8, 8") << 8 << 8;
         QTest::newRow("3, 8: the root merges too") << 3 << 8;
         QTest::newRow("1, 8") << 1 << 8;

@@ -9,7 +9,8 @@
 #include "QPainterPalette.h"
 #include "QRGBPalette.h"
 #include "QRIFFPalette.h"
-#include "TestData.h"
+#include "SffBuilder.h"
+#include "SpriteTestKit.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>
@@ -31,18 +32,11 @@
 
 using Table = std::array<QRGBPal, 256>;
 using ReaderFactory = std::function<std::unique_ptr<QAbstractPalette>()>;
+using Entries = QList<QPair<int, QRGBPal>>; // table positions and the colours expected there
 
-Q_DECLARE_METATYPE(QRGBPal)
 Q_DECLARE_METATYPE(ReaderFactory)
 
-namespace QTest {
-template <>
-char* toString(const QRGBPal& c)
-{
-    return qstrdup(QByteArray::number(c.r) + ',' + QByteArray::number(c.g) + ',' + QByteArray::number(c.b) +
-                   ',' + QByteArray::number(c.a));
-}
-} // namespace QTest
+using SffBuilder::le32;
 
 namespace {
 
@@ -77,13 +71,6 @@ QByteArray le16(int value)
 {
     QByteArray bytes(2, '\0');
     qToLittleEndian<quint16>(quint16(value), bytes.data());
-    return bytes;
-}
-
-QByteArray le32(quint32 value)
-{
-    QByteArray bytes(4, '\0');
-    qToLittleEndian<quint32>(value, bytes.data());
     return bytes;
 }
 
@@ -226,6 +213,12 @@ QImage indexedImage(int colours)
     return image;
 }
 
+template <typename Reader, typename... Args>
+ReaderFactory reader(Args... args)
+{
+    return [=] { return std::make_unique<Reader>(args...); };
+}
+
 Table marked()
 {
     Table table;
@@ -259,215 +252,131 @@ class tst_PaletteFiles : public QObject
     }
 
 private Q_SLOTS:
-    void act_data()
+    // What each reader makes of a file, entry by entry; colour 0 always turns clear.
+    void reads_data()
     {
+        QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("768 bytes") << actFile();
-        QTest::newRow("772 bytes with a footer") << actFile(QByteArray("\x00\x10\xFF\xFF", 4));
-    }
-
-    void act()
-    {
-        QFETCH(QByteArray, bytes);
-        Table table;
-        QString problem;
-        QVERIFY(load(write(QStringLiteral("a.act"), bytes), table, &problem));
-        QCOMPARE(problem, QString());
-        const QRGBPal last = fileColour(255);
-        QCOMPARE(table[0], QRGBPal(last.r, last.g, last.b, 0));
-        QCOMPARE(table[1], fileColour(254));
-        QCOMPARE(table[128], fileColour(127));
-        QCOMPARE(table[255], fileColour(0));
-    }
-
-    void riff()
-    {
-        Table table;
-        QString problem;
-        QVERIFY(load(write(QStringLiteral("r.pal"), riffFile(256)), table, &problem));
-        QCOMPARE(problem, QString());
+        QTest::addColumn<Entries>("entries");
+        const auto clear = [](const QRGBPal& c) { return QRGBPal(c.r, c.g, c.b, 0); };
+        const Entries act{
+            {0, clear(fileColour(255))}, {1, fileColour(254)}, {128, fileColour(127)}, {255, fileColour(0)}};
+        QTest::newRow("act of 768 bytes") << "a.act" << actFile() << act;
+        QTest::newRow("act with a footer") << "a.act" << actFile(QByteArray("\x00\x10\xFF\xFF", 4)) << act;
         // The size in the chunk header counts 8 bytes that aren't colours: 255 colours are taken.
-        QCOMPARE(table[255], fileColour(0));
-        QCOMPARE(table[100], fileColour(155));
-        QCOMPARE(table[1], fileColour(254));
-        QCOMPARE(table[0], QRGBPal(0, 0, 0, 0));
-
-        QVERIFY(load(write(QStringLiteral("r16.pal"), riffFile(16)), table));
-        QCOMPARE(table[255], fileColour(0));
-        QCOMPARE(table[241], fileColour(14));
-        QCOMPARE(table[240], QRGBPal(0, 0, 0, 255));
-        QCOMPARE(table[0], QRGBPal(0, 0, 0, 0));
-    }
-
-    void riffRefused_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QByteArray oversized = riffFile(256);
-        qToLittleEndian<quint32>(1024 + 9, oversized.data() + 16);
-        QTest::newRow("more than 256 colours") << oversized;
-        QByteArray huge = riffFile(4);
-        qToLittleEndian<quint32>(0xFFFFFFFF, huge.data() + 16);
-        QTest::newRow("size of 4 GB") << huge;
-        QByteArray small = riffFile(4);
-        qToLittleEndian<quint32>(3, small.data() + 16);
-        QTest::newRow("size below 8") << small;
-        QByteArray chunk = riffFile(4);
-        chunk.replace(8, 8, "PAL junk");
-        QTest::newRow("another chunk") << chunk;
-    }
-
-    void riffRefused()
-    {
-        QFETCH(QByteArray, bytes);
-        Table table;
-        QString problem;
-        QVERIFY(load(write(QStringLiteral("bad.pal"), bytes), table, &problem));
-        QVERIFY(!problem.isEmpty());
-        for (int i = 0; i < 256; ++i)
-            QCOMPARE(table[i], QRGBPal(0, 0, 0, 0));
-    }
-
-    void jasc()
-    {
-        Table table;
-        QVERIFY(load(write(QStringLiteral("j.pal"), jascFile(16)), table));
-        QCOMPARE(table[0], QRGBPal(fileColour(0).r, fileColour(0).g, fileColour(0).b, 0));
-        QCOMPARE(table[15], fileColour(15));
+        QTest::newRow("riff of 256") << "r.pal" << riffFile(256)
+                                     << Entries{{255, fileColour(0)},
+                                                {100, fileColour(155)},
+                                                {1, fileColour(254)},
+                                                {0, QRGBPal(0, 0, 0, 0)}};
+        QTest::newRow("riff of 16") << "r16.pal" << riffFile(16)
+                                    << Entries{{255, fileColour(0)},
+                                               {241, fileColour(14)},
+                                               {240, QRGBPal(0, 0, 0, 255)},
+                                               {0, QRGBPal(0, 0, 0, 0)}};
         // The other 240 entries stay cleared, alpha included.
-        QCOMPARE(table[16], QRGBPal(0, 0, 0, 0));
-        QCOMPARE(table[255], QRGBPal(0, 0, 0, 0));
+        QTest::newRow("jasc") << "j.pal" << jascFile(16)
+                              << Entries{{0, clear(fileColour(0))},
+                                         {15, fileColour(15)},
+                                         {16, QRGBPal(0, 0, 0, 0)},
+                                         {255, QRGBPal(0, 0, 0, 0)}};
+        QTest::newRow("jasc lines") << "lines.pal"
+                                    << QByteArray("JASC-PAL\n0100\n\n\n5\n1 2 3\n4 5 6 7\n8 x 9\n300 0 256\n"
+                                                  "1 2 3 \n10\t20\t30\r11 22 33\n")
+                                    << Entries{{0, QRGBPal(1, 2, 3, 0)}, {1, QRGBPal(4, 5, 6, 7)},
+                                               {2, QRGBPal(0, 0, 0, 0)}, {3, QRGBPal(255, 0, 255)},
+                                               {4, QRGBPal(0, 0, 0, 0)}, {5, QRGBPal(10, 20, 30)},
+                                               {6, QRGBPal(11, 22, 33)}};
+        const Entries aco{{0, QRGBPal(255, 128, 0, 0)},
+                          {1, QRGBPal(0, 255, 0)},
+                          {2, QRGBPal(255, 0, 255)},
+                          {3, QRGBPal(204, 204, 204)},
+                          {4, QRGBPal(0, 0, 0, 0)}};
+        QTest::newRow("aco version 1") << "s.aco" << acoFile(false) << aco;
+        QTest::newRow("aco version 1 and 2") << "s.aco" << acoFile(true) << aco;
+        QTest::newRow("ase") << "s.ase" << aseFile()
+                             << Entries{{0, QRGBPal(255, 128, 0, 0)},
+                                        {1, QRGBPal(255, 0, 255)},
+                                        {2, QRGBPal(51, 51, 51)},
+                                        {3, QRGBPal(255, 0, 0)},
+                                        {4, QRGBPal(0, 0, 0, 0)}};
+        QByteArray many = "ASEF" + be16(1) + be16(0) + be32(300);
+        for (int k = 0; k < 300; ++k)
+            many += aseColour("c", "Gray", {float(k % 256) / 255.0f});
+        QTest::newRow("ase stops at 256 colours")
+            << "many.ase" << many << Entries{{255, QRGBPal(255, 255, 255)}, {100, QRGBPal(100, 100, 100)}};
+        QTest::newRow("painter") << "swatches.txt" << painterFile()
+                                 << Entries{{0, QRGBPal(255, 128, 0, 0)},
+                                            {1, QRGBPal(10, 20, 30, 128)},
+                                            {2, QRGBPal(255, 0, 255)},
+                                            {3, QRGBPal(0, 0, 0, 0)}};
     }
 
-    void jascLines()
+    void reads()
     {
-        const QByteArray text = "JASC-PAL\n0100\n\n\n5\n"
-                                "1 2 3\n"
-                                "4 5 6 7\n"
-                                "8 x 9\n"
-                                "300 0 256\n"
-                                "1 2 3 \n"
-                                "10\t20\t30\r"
-                                "11 22 33\n";
-        Table table;
-        QVERIFY(load(write(QStringLiteral("lines.pal"), text), table));
-        QCOMPARE(table[0], QRGBPal(1, 2, 3, 0));
-        QCOMPARE(table[1], QRGBPal(4, 5, 6, 7));
-        QCOMPARE(table[2], QRGBPal(0, 0, 0, 0));
-        QCOMPARE(table[3], QRGBPal(255, 0, 255));
-        QCOMPARE(table[4], QRGBPal(0, 0, 0, 0));
-        QCOMPARE(table[5], QRGBPal(10, 20, 30));
-        QCOMPARE(table[6], QRGBPal(11, 22, 33));
-    }
-
-    void aco_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("version 1") << acoFile(false);
-        QTest::newRow("version 1 and 2") << acoFile(true);
-    }
-
-    void aco()
-    {
+        QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
-        Table table;
+        QFETCH(Entries, entries);
+        Table table = marked();
+        QRGBPalette palette(table.data());
+        QSignalSpy changing(&palette, &QRGBPalette::changing);
+        QSignalSpy changed(&palette, &QRGBPalette::changed);
         QString problem;
-        QVERIFY(load(write(QStringLiteral("s.aco"), bytes), table, &problem));
+        QVERIFY(palette.fromFile(write(name, bytes), &problem));
         QCOMPARE(problem, QString());
-        QCOMPARE(table[0], QRGBPal(255, 128, 0, 0));
-        QCOMPARE(table[1], QRGBPal(0, 255, 0));
-        QCOMPARE(table[2], QRGBPal(255, 0, 255));
-        QCOMPARE(table[3], QRGBPal(204, 204, 204));
-        QCOMPARE(table[4], QRGBPal(0, 0, 0, 0));
+        for (const auto& [at, colour] : entries)
+            QCOMPARE(table[at], colour);
+        QCOMPARE(changing.count(), 1);
+        QCOMPARE(changed.count(), 1);
     }
 
-    void acoRefused_data()
+    // Broken files still read (the table cleared beyond what was taken), with a problem to show.
+    void refused_data()
     {
+        QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<int>("colours");
-        QTest::newRow("version 2 alone") << QByteArray(be16(2) + be16(1) + acoRecord(0, 65535, 0, 0, 0)) << 0;
-        QTest::newRow("count beyond the records")
+        const auto riffSized = [](int colours, quint32 size) {
+            QByteArray bytes = riffFile(colours);
+            qToLittleEndian<quint32>(size, bytes.data() + 16);
+            return bytes;
+        };
+        QTest::newRow("riff of more than 256 colours") << "bad.pal" << riffSized(256, 1024 + 9) << 0;
+        QTest::newRow("riff size of 4 GB") << "bad.pal" << riffSized(4, 0xFFFFFFFF) << 0;
+        QTest::newRow("riff size below 8") << "bad.pal" << riffSized(4, 3) << 0;
+        QTest::newRow("riff of another chunk") << "bad.pal" << riffFile(4).replace(8, 8, "PAL junk") << 0;
+        QTest::newRow("aco version 2 alone")
+            << "bad.aco" << QByteArray(be16(2) + be16(1) + acoRecord(0, 65535, 0, 0, 0)) << 0;
+        QTest::newRow("aco count beyond the records")
+            << "bad.aco"
             << QByteArray(be16(1) + be16(65535) + acoRecord(0, 65535, 0, 0, 0) + acoRecord(0, 0, 65535, 0, 0))
             << 2;
-        QTest::newRow("Jasc text named .aco") << jascFile(4) << 0;
-    }
-
-    void acoRefused()
-    {
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, colours);
-        Table table;
-        QString problem;
-        QVERIFY(load(write(QStringLiteral("bad.aco"), bytes), table, &problem));
-        QVERIFY(!problem.isEmpty());
-        for (int i = colours; i < 256; ++i)
-            QCOMPARE(table[i], QRGBPal(0, 0, 0, 0));
-        if (colours > 1) QCOMPARE(table[1], QRGBPal(0, 255, 0));
-    }
-
-    void ase()
-    {
-        Table table;
-        QString problem;
-        QVERIFY(load(write(QStringLiteral("s.ase"), aseFile()), table, &problem));
-        QCOMPARE(problem, QString());
-        QCOMPARE(table[0], QRGBPal(255, 128, 0, 0));
-        QCOMPARE(table[1], QRGBPal(255, 0, 255));
-        QCOMPARE(table[2], QRGBPal(51, 51, 51));
-        QCOMPARE(table[3], QRGBPal(255, 0, 0));
-        QCOMPARE(table[4], QRGBPal(0, 0, 0, 0));
-    }
-
-    void aseRefused_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("colours");
-        QByteArray major = aseFile();
-        major.replace(4, 2, be16(2));
-        QTest::newRow("version 2.0") << major << 0;
-        QByteArray minor = aseFile();
-        minor.replace(6, 2, be16(1));
-        QTest::newRow("version 1.1") << minor << 0;
-        QTest::newRow("endless blocks of 4 GB")
+        QTest::newRow("Jasc text named .aco") << "bad.aco" << jascFile(4) << 0;
+        QTest::newRow("ase version 2.0") << "bad.ase" << aseFile().replace(4, 2, be16(2)) << 0;
+        QTest::newRow("ase version 1.1") << "bad.ase" << aseFile().replace(6, 2, be16(1)) << 0;
+        QTest::newRow("ase of endless blocks of 4 GB")
+            << "bad.ase"
             << QByteArray("ASEF" + be16(1) + be16(0) + be32(0xFFFFFFFF) + aseColour("A", "RGB ", {1, 0, 0}) +
                           be16(0x0055) + be32(0xFFFFFFFF) + "xy")
             << 1;
-        QTest::newRow("colour cut short")
+        QTest::newRow("ase colour cut short")
+            << "bad.ase"
             << QByteArray("ASEF" + be16(1) + be16(0) + be32(1) + aseColour("A", "RGB ", {1, 0, 0}).left(20))
             << 0;
     }
 
-    void aseRefused()
+    void refused()
     {
+        QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
         QFETCH(int, colours);
         Table table;
         QString problem;
-        QVERIFY(load(write(QStringLiteral("bad.ase"), bytes), table, &problem));
+        QVERIFY(load(write(name, bytes), table, &problem));
         QVERIFY(!problem.isEmpty());
         for (int i = colours; i < 256; ++i)
             QCOMPARE(table[i], QRGBPal(0, 0, 0, 0));
-    }
-
-    void aseStopsAt256Colours()
-    {
-        QByteArray blocks;
-        for (int k = 0; k < 300; ++k)
-            blocks += aseColour("c", "Gray", {float(k % 256) / 255.0f});
-        Table table;
-        QVERIFY(
-            load(write(QStringLiteral("many.ase"), "ASEF" + be16(1) + be16(0) + be32(300) + blocks), table));
-        QCOMPARE(table[255], QRGBPal(255, 255, 255));
-        QCOMPARE(table[100], QRGBPal(100, 100, 100));
-    }
-
-    void painter()
-    {
-        Table table;
-        QVERIFY(load(write(QStringLiteral("swatches.txt"), painterFile()), table));
-        QCOMPARE(table[0], QRGBPal(255, 128, 0, 0));
-        QCOMPARE(table[1], QRGBPal(10, 20, 30, 128));
-        QCOMPARE(table[2], QRGBPal(255, 0, 255));
-        QCOMPARE(table[3], QRGBPal(0, 0, 0, 0));
+        if (colours > 1) QCOMPARE(table[1], QRGBPal(0, 255, 0));
     }
 
     void readerByNameAndContent_data()
@@ -578,17 +487,6 @@ private Q_SLOTS:
         QCOMPARE(table[0], QRGBPal(1, 2, 3, 4));
     }
 
-    void signalsOfARead()
-    {
-        Table table;
-        QRGBPalette palette(table.data());
-        QSignalSpy changing(&palette, &QRGBPalette::changing);
-        QSignalSpy changed(&palette, &QRGBPalette::changed);
-        QVERIFY(palette.fromFile(write(QStringLiteral("sig.act"), actFile())));
-        QCOMPARE(changing.count(), 1);
-        QCOMPARE(changed.count(), 1);
-    }
-
     void actRoundTrip()
     {
         Table source;
@@ -659,28 +557,18 @@ private Q_SLOTS:
         QTest::addColumn<ReaderFactory>("reader");
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<int>("acceptedFrom");
-        const auto make = [](auto factory) { return ReaderFactory(factory); };
-        QTest::newRow("act") << make([] { return std::make_unique<QACTPalette>(); })
-                             << actFile(QByteArray(4, 'x')) << 768;
-        QTest::newRow("riff") << make([] { return std::make_unique<QRIFFPalette>(); }) << riffFile(256)
-                              << 1044;
-        QTest::newRow("jasc") << make([] { return std::make_unique<QJascPalette>(); }) << jascFile(256) << 14;
-        QTest::newRow("aco") << make([] { return std::make_unique<QACOPalette>(); }) << acoFile(true) << 54;
-        QTest::newRow("ase") << make([] { return std::make_unique<QASEPalette>(); }) << aseFile()
-                             << int(aseFile().size());
-        QTest::newRow("painter") << make([] { return std::make_unique<QPainterPalette>(); }) << painterFile()
+        QTest::newRow("act") << reader<QACTPalette>() << actFile(QByteArray(4, 'x')) << 768;
+        QTest::newRow("riff") << reader<QRIFFPalette>() << riffFile(256) << 1044;
+        QTest::newRow("jasc") << reader<QJascPalette>() << jascFile(256) << 14;
+        QTest::newRow("aco") << reader<QACOPalette>() << acoFile(true) << 54;
+        QTest::newRow("ase") << reader<QASEPalette>() << aseFile() << int(aseFile().size());
+        QTest::newRow("painter") << reader<QPainterPalette>() << painterFile()
                                  << int(painterFile().indexOf("B:0") + 3);
-        QTest::newRow("pcx") << make([] {
-            return std::make_unique<QIndexedImagePalette>(QStringLiteral("pcx"));
-        }) << pcxFile() << -1;
-        QTest::newRow("png") << make([] {
-            return std::make_unique<QIndexedImagePalette>(QStringLiteral("png"));
-        }) << imageFile(indexedImage(4), "PNG")
-                             << -1;
-        QTest::newRow("bmp") << make([] {
-            return std::make_unique<QIndexedImagePalette>(QStringLiteral("bmp"));
-        }) << imageFile(indexedImage(16), "BMP")
-                             << -1;
+        QTest::newRow("pcx") << reader<QIndexedImagePalette>(QStringLiteral("pcx")) << pcxFile() << -1;
+        QTest::newRow("png") << reader<QIndexedImagePalette>(QStringLiteral("png"))
+                             << imageFile(indexedImage(4), "PNG") << -1;
+        QTest::newRow("bmp") << reader<QIndexedImagePalette>(QStringLiteral("bmp"))
+                             << imageFile(indexedImage(16), "BMP") << -1;
     }
 
     void truncatedInput()

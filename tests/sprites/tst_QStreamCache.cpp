@@ -6,8 +6,8 @@
 #include "QRLE8Codec.h"
 #include "QStreamCache.h"
 #include "QStreamCacheFilter.h"
+#include "SffBuilder.h"
 
-#include <QBuffer>
 #include <QRandomGenerator>
 #include <QtTest>
 
@@ -39,15 +39,6 @@ QImage testImage(int width, int height, quint32 seed)
     return image;
 }
 
-QByteArray pcxOf(const QImage& image)
-{
-    QByteArray out;
-    QBuffer buffer(&out);
-    buffer.open(QIODevice::WriteOnly);
-    encodePCX(image, &buffer);
-    return out;
-}
-
 // One image in every stored form of the cache.
 struct Sample
 {
@@ -63,7 +54,7 @@ Sample sample(int width, int height, quint32 seed)
     s.info = QImageInfo::of(image);
     s.raw = QImageInfo::raw(image);
     s.forms = {{QStreamCacheFilter::RawFilter, s.raw},
-               {QStreamCacheFilter::PCXFilter, pcxOf(image)},
+               {QStreamCacheFilter::PCXFilter, SffBuilder::pcx(image)},
                {QStreamCacheFilter::RLE8Filter, encodeRLE8(image)},
                {QStreamCacheFilter::LZ5Filter, encodeLZ5(image)},
                {QStreamCacheFilter::PNGFilter, encodePNG(image)}};
@@ -141,8 +132,6 @@ void tst_QStreamCache::modes()
     for (const auto& entry : added) {
         QCOMPARE(cache.decoded(entry.first), entry.second->raw);
         QCOMPARE(entry.first->hash, crc64(entry.second->raw));
-        QCOMPARE(entry.first->rawSize,
-                 quint32(entry.second->forms[0].second.size()) * 0 + entry.first->rawSize);
         if (entry.first->filter != QStreamCacheFilter::RawFilter || !compress)
             QCOMPARE(quint32(cache.stored(entry.first).size()), entry.first->rawSize);
         QCOMPARE(entry.first->data.isEmpty(), mode == QStreamCache::FileMode);

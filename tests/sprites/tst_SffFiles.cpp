@@ -14,9 +14,9 @@
 #include "QSprites.h"
 #include "QStreamCacheFilter.h"
 #include "SffBuilder.h"
+#include "SpriteTestKit.h"
 #include "TestProject.h"
 
-#include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -472,13 +472,7 @@ void tst_SffFiles::equalBlocksAreShared_data()
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("depth");
     QTest::addColumn<QList<int>>("shares"); // per sprite, the first sprite with the same pixels
-    const auto png = [](const QImage& image, int quality) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, "PNG", quality);
-        return bytes;
-    };
+    const auto png = SpriteTestKit::pngAt;
     const auto tagged = [](int format, const QByteArray& block) { return char(format) + block; };
     const QImage image = indexedImage(12, 9, 20);
     QImage lastRow = image;

@@ -10,7 +10,7 @@
 #include "QSpritePalette.h"
 #include "QSprites.h"
 #include "QStreamCacheFilter.h"
-#include "TestData.h"
+#include "SpriteTestKit.h"
 #include "TestProject.h"
 
 #include <QFileInfo>
@@ -105,6 +105,34 @@ QString differs(const SpriteState& a, const SpriteState& b, quint32 version, boo
     return QString();
 }
 
+// The first difference between two models' sprites, or nothing.
+QString differs(const QList<SpriteState>& before, const QList<SpriteState>& after, quint32 version,
+                bool exact)
+{
+    if (before.size() != after.size())
+        return QStringLiteral("%1 sprites against %2").arg(before.size()).arg(after.size());
+    for (int i = 0; i < before.size(); ++i) {
+        const QString problem = differs(before.at(i), after.at(i), version, exact);
+        if (!problem.isEmpty()) return QStringLiteral("sprite %1: %2").arg(i).arg(problem);
+    }
+    return QString();
+}
+
+// Palettes read again: the same numbers and the colours as the version stores them.
+void comparePalettes(const QSprites& a, const QSprites& b, quint32 version, bool wholeTable)
+{
+    QCOMPARE(b.paletteCount(), a.paletteCount());
+    for (uint k = 0; k < a.paletteCount(); ++k) {
+        const QSpritePalette* p = a.paletteAt(k);
+        const QSpritePalette* q = b.paletteAt(k);
+        QCOMPARE(q->itemGroup(), p->itemGroup());
+        QCOMPARE(q->itemIndex(), p->itemIndex());
+        if (!wholeTable) QCOMPARE(q->colorCount(), p->colorCount());
+        for (int c = 0; c < (wholeTable ? 256 : p->colorCount()); ++c)
+            QCOMPARE(q->colors().at(c), withAlphaOf(version, p->colors().at(c), c));
+    }
+}
+
 // A character's own sprite file is chars/NAME/NAME.sff; its intro and ending there are storyboards.
 QProjectType kindOf(const QString& path)
 {
@@ -147,20 +175,13 @@ class tst_SffRealFiles : public QObject
 
     QTemporaryDir dir;
 
-    static void addFiles()
-    {
-        QTest::addColumn<QString>("path");
-        for (const QString& path : TestData::files({QStringLiteral("*.sff")}))
-            QTest::newRow(qPrintable(QDir(TestData::root()).relativeFilePath(path))) << path;
-    }
-
 private Q_SLOTS:
     void initTestCase() { TAVREL_REQUIRE_TESTDATA(); }
-    void open_data() { addFiles(); }
+    void open_data() { SpriteTestKit::addSffFileRows(); }
     void open();
     void roundTrip_data();
     void roundTrip();
-    void ownVersion_data() { addFiles(); }
+    void ownVersion_data() { SpriteTestKit::addSffFileRows(); }
     void ownVersion();
 };
 
@@ -219,24 +240,9 @@ void tst_SffRealFiles::roundTrip()
     QVERIFY(reread.fromFile(saved));
     QVERIFY2(recorder.calls.isEmpty(), qPrintable(recorder.calls.value(0).text));
     QCOMPARE(reread.version(), version);
-    const QList<SpriteState> after = snapshot(reread);
-    QCOMPARE(after.size(), before.size());
-    for (int i = 0; i < before.size(); ++i) {
-        const QString problem = differs(before.at(i), after.at(i), version, false);
-        QVERIFY2(problem.isEmpty(), qPrintable(QStringLiteral("sprite %1: %2").arg(i).arg(problem)));
-    }
-    if (version != QSFF::Version101) {
-        QCOMPARE(reread.paletteCount(), sprites.paletteCount());
-        for (uint k = 0; k < sprites.paletteCount(); ++k) {
-            const QSpritePalette* a = sprites.paletteAt(k);
-            const QSpritePalette* b = reread.paletteAt(k);
-            QCOMPARE(b->itemGroup(), a->itemGroup());
-            QCOMPARE(b->itemIndex(), a->itemIndex());
-            QCOMPARE(b->colorCount(), a->colorCount());
-            for (int c = 0; c < a->colorCount(); ++c)
-                QCOMPARE(b->colors().at(c), withAlphaOf(version, a->colors().at(c), c));
-        }
-    }
+    const QString problem = differs(before, snapshot(reread), version, false);
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    if (version != QSFF::Version101) comparePalettes(sprites, reread, version, false);
 }
 
 // Saved in its own version: the model read again is the same, and keeping the stored blocks costs no
@@ -259,20 +265,9 @@ void tst_SffRealFiles::ownVersion()
     const QList<SpriteState> before = snapshot(sprites);
     QSprites reread(&project);
     QVERIFY(reread.fromFile(saved));
-    const QList<SpriteState> after = snapshot(reread);
-    QCOMPARE(after.size(), before.size());
-    for (int i = 0; i < before.size(); ++i) {
-        const QString problem = differs(before.at(i), after.at(i), sprites.version(), true);
-        QVERIFY2(problem.isEmpty(), qPrintable(QStringLiteral("sprite %1: %2").arg(i).arg(problem)));
-    }
-    QCOMPARE(reread.paletteCount(), sprites.paletteCount());
-    for (uint k = 0; k < sprites.paletteCount(); ++k) {
-        QCOMPARE(reread.paletteAt(k)->itemGroup(), sprites.paletteAt(k)->itemGroup());
-        QCOMPARE(reread.paletteAt(k)->itemIndex(), sprites.paletteAt(k)->itemIndex());
-        for (int i = 0; i < 256; ++i)
-            QCOMPARE(reread.paletteAt(k)->colors().at(i),
-                     withAlphaOf(sprites.version(), sprites.paletteAt(k)->colors().at(i), i));
-    }
+    const QString problem = differs(before, snapshot(reread), sprites.version(), true);
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    comparePalettes(sprites, reread, sprites.version(), true);
     if (keepsBlocks && sprites.version() != QSFF::Version101)
         for (uint i = 0; i < sprites.count(); ++i)
             QCOMPARE(reread.storedLayout().sprites.at(i).format == QSFF::NoDataFormat,

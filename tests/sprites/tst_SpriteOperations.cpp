@@ -7,6 +7,7 @@
 #include "QSpriteImageRecord.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
+#include "SpriteTestKit.h"
 
 #include <QMimeData>
 #include <QtTest>
@@ -16,14 +17,8 @@
 namespace {
 
 using Numbers = QList<QPair<int, int>>;
-
-QVector<uint> colours(int seed)
-{
-    QVector<uint> table(256);
-    for (int i = 0; i < 256; ++i)
-        table[i] = qRgb(i, seed & 0xFF, 255 - i);
-    return table;
-}
+using SpriteTestKit::colours;
+using SpriteTestKit::snapshot;
 
 // An indexed image of colour 0 with a block of colour `colour` at box.
 QImage indexedWithBox(QSize size, QRect box, int colour = 5)
@@ -50,52 +45,28 @@ QImage rgbWithBox(QSize size, QRect box, QImage::Format format)
     return image;
 }
 
-// Everything a user can see of the model, with positions in place of pointers.
-QStringList snapshot(const QSprites& sprites)
-{
-    QStringList lines;
-    for (uint i = 0; i < sprites.count(); ++i) {
-        const QSprite* s = sprites.at(i);
-        const QImage image = s->image(QSpriteImagePalette::None);
-        const QByteArray pixels =
-            image.isNull()
-                ? QByteArray()
-                : QByteArray(reinterpret_cast<const char*>(image.constBits()), int(image.sizeInBytes()));
-        lines << QStringLiteral("sprite %1: %2,%3 axis %4,%5 flags %6 palette %7 image %8x%9/%10 %11")
-                     .arg(i)
-                     .arg(s->itemGroup())
-                     .arg(s->itemIndex())
-                     .arg(s->offsetX())
-                     .arg(s->offsetY())
-                     .arg(s->flags())
-                     .arg(sprites.paletteIndexOf(s->palette()))
-                     .arg(image.width())
-                     .arg(image.height())
-                     .arg(int(image.format()))
-                     .arg(QString::fromLatin1(pixels.toHex()));
-    }
-    for (uint i = 0; i < sprites.paletteCount(); ++i) {
-        const QSpritePalette* p = sprites.paletteAt(i);
-        QByteArray table;
-        for (uint colour : p->colors())
-            table += QByteArray::number(colour, 16) + ' ';
-        lines << QStringLiteral("palette %1: %2,%3 count %4 %5 %6")
-                     .arg(i)
-                     .arg(p->itemGroup())
-                     .arg(p->itemIndex())
-                     .arg(p->colorCount())
-                     .arg(p->isEmpty() ? QStringLiteral("empty") : QStringLiteral("colours"))
-                     .arg(QString::fromLatin1(table));
-    }
-    return lines;
-}
-
 QSprite* addSprite(QSprites& sprites, int group, int index, const QImage& image = QImage())
 {
     QSprite* sprite = sprites.add();
     sprite->setInfo(sprite->palette(), group, index, 0, 0, 0);
     if (!image.isNull()) sprite->setImage(image);
     return sprite;
+}
+
+// The model as it is, with an empty undo stack, so that an operation's steps can be counted.
+QStringList settled(QSprites& sprites)
+{
+    sprites.undoStack()->clear();
+    return snapshot(sprites);
+}
+
+// The operation made exactly one undo step of that name, and undoing it gives back the model before.
+void undoesInOneStep(QSprites& sprites, const QString& name, const QStringList& before)
+{
+    QCOMPARE(sprites.undoStack()->count(), 1);
+    QCOMPARE(sprites.undoStack()->text(0), name);
+    sprites.undoChange();
+    QCOMPARE(snapshot(sprites), before);
 }
 
 Numbers numbers(const QSprites& sprites)
@@ -157,16 +128,13 @@ void tst_SpriteOperations::removeGroup()
     QSprites sprites;
     for (const auto& [g, i] : QList<QPair<int, int>>{{1, 0}, {1, 5}, {2, 3}, {1, 10}, {1, 3}})
         addSprite(sprites, g, i, indexedWithBox({2, 2}, {0, 0, 1, 1}, g + i));
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     sprites.removeGroup(1, all, from, to);
     QCOMPARE(numbers(sprites), left);
-    const bool changed = left.size() != 5;
-    QCOMPARE(sprites.undoStack()->count(), changed ? 1 : 0);
-    if (!changed) return;
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("removeGroup"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    if (left.size() == 5)
+        QCOMPARE(sprites.undoStack()->count(), 0);
+    else
+        undoesInOneStep(sprites, QStringLiteral("removeGroup"), before);
 }
 
 void tst_SpriteOperations::removeDuplicatePalettes_data()
@@ -190,8 +158,7 @@ void tst_SpriteOperations::removeDuplicatePalettes()
     addSprite(sprites, 0, 0)->setPalette(repeat);
     addSprite(sprites, 0, 1)->setPalette(again);
     addSprite(sprites, 0, 2)->setPalette(sprites.paletteAt(1));
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
 
     sprites.removeDuplicatePalettes();
     QCOMPARE(sprites.paletteCount(), 3u);
@@ -201,10 +168,7 @@ void tst_SpriteOperations::removeDuplicatePalettes()
     QCOMPARE(sprites.at(0)->palette(), first);
     QCOMPARE(sprites.at(1)->palette(), first);
     QCOMPARE(sprites.at(2)->palette(), sprites.paletteAt(1));
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("removeDuplicatePalettes"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("removeDuplicatePalettes"), before);
 
     sprites.removeDuplicatePalettes();
     sprites.removeDuplicatePalettes();
@@ -232,17 +196,13 @@ void tst_SpriteOperations::clearUnusedPalettes()
         addSprite(sprites, 0, 1)->setPalette(sprites.paletteAt(0));
         addSprite(sprites, 0, 2)->setPalette(sprites.paletteAt(1));
     }
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     sprites.clearUnusedPalettes();
     QList<int> groups;
     for (uint i = 0; i < sprites.paletteCount(); ++i)
         groups << sprites.paletteAt(i)->itemGroup();
     QCOMPARE(groups, leftGroups);
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("removeUnusedPalettes"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("removeUnusedPalettes"), before);
 }
 
 void tst_SpriteOperations::contentBox_data()
@@ -292,18 +252,17 @@ void tst_SpriteOperations::crop()
     QSprite* sprite = addSprite(sprites, 0, 0, image);
     sprite->setOffsetX(10);
     sprite->setOffsetY(20);
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     const bool cropped = sprite->crop();
     QCOMPARE(cropped, size != image.size());
     QCOMPARE(sprite->image().size(), size);
     QCOMPARE(QPoint(sprite->offsetX(), sprite->offsetY()), axis);
-    QCOMPARE(sprites.undoStack()->count(), cropped ? 1 : 0);
-    if (!cropped) return;
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("crop"));
+    if (!cropped) {
+        QCOMPARE(sprites.undoStack()->count(), 0);
+        return;
+    }
     const QStringList after = snapshot(sprites);
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("crop"), before);
     sprites.redoChange();
     QCOMPARE(snapshot(sprites), after);
 }
@@ -318,17 +277,14 @@ void tst_SpriteOperations::crop_sharedRecord()
     QCOMPARE(a->imageRecord(), b->imageRecord());
     b->setOffsetX(100);
     b->setOffsetY(-7);
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     QVERIFY(b->crop());
     QCOMPARE(a->imageRecord(), b->imageRecord());
     QCOMPARE(a->image().size(), QSize(2, 2));
     QCOMPARE(QPoint(a->offsetX(), a->offsetY()), QPoint(-2, -3));
     QCOMPARE(QPoint(b->offsetX(), b->offsetY()), QPoint(98, -10));
     QCOMPARE(sprites.at(1)->offsetX(), 0);
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("crop"), before);
 }
 
 void tst_SpriteOperations::cropAll_data()
@@ -360,8 +316,7 @@ void tst_SpriteOperations::cropAll()
     addSprite(sprites, 2, 0, indexedWithBox({8, 8}, {1, 1, 2, 2}, 7));
     addSprite(sprites, 1, 9, shared);
     addSprite(sprites, 1, 7, indexedWithBox({8, 8}, {1, 1, 2, 2}, 8));
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     QList<uint> steps;
     connect(&sprites, &QSprites::progress, this, [&](uint pos, uint max, bool&) {
         QCOMPARE(max, 5u);
@@ -373,10 +328,7 @@ void tst_SpriteOperations::cropAll()
         QCOMPARE(sprites.at(i)->image().width() == 2, cropped.at(int(i)));
         QCOMPARE(sprites.at(i)->offsetX(), cropped.at(int(i)) ? -(i == 0 || i == 3 ? 2 : 1) : 0);
     }
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("cropAll"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("cropAll"), before);
 }
 
 void tst_SpriteOperations::cropAll_cancel()
@@ -400,8 +352,7 @@ void tst_SpriteOperations::splitRGB()
     QSprite* sprite = addSprite(sprites, 4, 2, rgb);
     QSprite* sharer = addSprite(sprites, 4, 3, rgb);
     sprite->setInfo(nullptr, 4, 2, 7, 8, 1);
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     QVERIFY(sprite->splitRGB());
     QCOMPARE(sprites.count(), 4u);
     QCOMPARE(sprites.at(3), sharer);
@@ -417,10 +368,7 @@ void tst_SpriteOperations::splitRGB()
         const QRgb ramp = part->palette()->colors().at(100);
         QCOMPARE(ramp, qRgba(c == 0 ? 100 : 0, c == 1 ? 100 : 0, c == 2 ? 100 : 0, 255));
     }
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("splitRGB"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("splitRGB"), before);
 }
 
 void tst_SpriteOperations::paste_data()
@@ -445,8 +393,7 @@ void tst_SpriteOperations::paste()
     QSprites sprites;
     addSprite(sprites, 0, 0, indexedWithBox({1, 1}, {0, 0, 1, 1}));
     addSprite(sprites, 0, 1, indexedWithBox({1, 1}, {0, 0, 1, 1}, 2));
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     const int pasted = sprites.paste(1, data.data());
     QCOMPARE(pasted, plainImage ? 1 : 2);
     QCOMPARE(sprites.count(), uint(2 + pasted));
@@ -461,10 +408,7 @@ void tst_SpriteOperations::paste()
         QCOMPARE(first->flags(), quint16(1));
         QCOMPARE(sprites.at(2)->image(), source.at(1)->image());
     }
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("paste"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("paste"), before);
 }
 
 void tst_SpriteOperations::paletteAutoOrganize()
@@ -474,18 +418,14 @@ void tst_SpriteOperations::paletteAutoOrganize()
         sprites.addPalette(colours(group * 16 + index), QSpritePaletteShareMode::Share, group, index);
     QSprite* sprite = addSprite(sprites, 0, 0);
     sprite->setPalette(sprites.paletteAt(2));
-    sprites.undoStack()->clear();
-    const QStringList before = snapshot(sprites);
+    const QStringList before = settled(sprites);
     sprites.paletteObject()->autoOrganize();
     QList<QPair<int, int>> order;
     for (uint i = 0; i < sprites.paletteCount(); ++i)
         order << qMakePair(sprites.paletteAt(i)->itemGroup(), sprites.paletteAt(i)->itemIndex());
     QCOMPARE(order, (QList<QPair<int, int>>{{0, 9}, {1, 1}, {1, 3}, {2, 0}, {2, 1}}));
     QCOMPARE(sprite->palette()->itemIndex(), 0);
-    QCOMPARE(sprites.undoStack()->count(), 1);
-    QCOMPARE(sprites.undoStack()->text(0), QStringLiteral("autoOrganize"));
-    sprites.undoChange();
-    QCOMPARE(snapshot(sprites), before);
+    undoesInOneStep(sprites, QStringLiteral("autoOrganize"), before);
 }
 
 void tst_SpriteOperations::randomUndo_data()

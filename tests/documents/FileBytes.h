@@ -1,0 +1,19 @@
+#pragma once
+
+// Whole files as bytes, for comparing what a model wrote with what it read.
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+inline QByteArray readBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline bool writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+}

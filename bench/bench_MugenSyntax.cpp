@@ -1,9 +1,9 @@
+#include "QElementDocumentLayout.h"
 #include "QMugenSyntaxProcessor.h"
 #include "QMugenSyntaxProperties.h"
 #include "QSyntaxLibrary.h"
 #include "QTextEncoding.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
 #include <QFile>
 #include <QTextBlock>
@@ -15,23 +15,6 @@
 // copies beside the programs; the real files come from TAVREL_TESTDATA.
 
 namespace {
-
-// QTextDocument passes edits to its highlighter only once it has a layout; this one lays out nothing, so
-// that the edit benchmark measures the checker and not the text layout.
-class QBenchLayout : public QAbstractTextDocumentLayout
-{
-public:
-    using QAbstractTextDocumentLayout::QAbstractTextDocumentLayout;
-    void draw(QPainter*, const PaintContext&) override {}
-    int hitTest(const QPointF&, Qt::HitTestAccuracy) const override { return -1; }
-    int pageCount() const override { return 1; }
-    QSizeF documentSize() const override { return QSizeF(); }
-    QRectF frameBoundingRect(QTextFrame*) const override { return QRectF(); }
-    QRectF blockBoundingRect(const QTextBlock&) const override { return QRectF(); }
-
-protected:
-    void documentChanged(int, int, int) override {}
-};
 
 QString realFile(const char* relative)
 {
@@ -148,7 +131,7 @@ static void BM_RecheckEditedLine(benchmark::State& state)
 {
     QTextDocument document;
     document.setPlainText(makeCns(int(state.range(0))));
-    document.setDocumentLayout(new QBenchLayout(&document));
+    document.setDocumentLayout(new QElementDocumentLayout(&document));
     QMugenSyntaxProcessor processor(&document, mugenSyntaxProperties(), true);
     processor.rehighlight();
     QTextBlock line = document.findBlockByNumber(document.blockCount() / 2);

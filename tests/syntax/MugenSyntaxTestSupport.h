@@ -3,12 +3,12 @@
 // Runs the M.U.G.E.N. checker over a text on a bare QTextDocument and reads back what it left on the
 // blocks: messages, states and the colour slot of every span.
 
+#include "QElementDocumentLayout.h"
 #include "QMugenSyntaxProcessor.h"
 #include "QMugenSyntaxProperties.h"
 #include "QSyntaxFormats.h"
 #include "TestData.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QStringList>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -45,23 +45,6 @@ inline int slotOf(const QTextCharFormat& format)
         if (color == (*syntaxFormats)[slot].foreground().color()) return slot;
     return -1;
 }
-
-// A layout that lays out nothing. QTextDocument reports edits to its highlighter only once it has a
-// layout, and Qt's own needs fonts, which a program without a GUI application has not.
-class NullLayout : public QAbstractTextDocumentLayout
-{
-public:
-    using QAbstractTextDocumentLayout::QAbstractTextDocumentLayout;
-    void draw(QPainter*, const PaintContext&) override {}
-    int hitTest(const QPointF&, Qt::HitTestAccuracy) const override { return -1; }
-    int pageCount() const override { return 1; }
-    QSizeF documentSize() const override { return QSizeF(); }
-    QRectF frameBoundingRect(QTextFrame*) const override { return QRectF(); }
-    QRectF blockBoundingRect(const QTextBlock&) const override { return QRectF(); }
-
-protected:
-    void documentChanged(int, int, int) override {}
-};
 
 struct Checked
 {

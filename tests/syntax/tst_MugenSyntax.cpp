@@ -385,7 +385,7 @@ private slots:
         for (int i = 2; i < 50; ++i)
             text += QStringLiteral("[State 200, %1]\ntype = VelSet\ntrigger1 = 1\nx = %1\n\n").arg(i);
         document.setPlainText(text);
-        document.setDocumentLayout(new NullLayout(&document));
+        document.setDocumentLayout(new QElementDocumentLayout(&document));
         CountingProcessor processor(&document, shippedVocabulary());
         // The first pass is Qt's own, queued when the processor was set on the document.
         QCoreApplication::processEvents();

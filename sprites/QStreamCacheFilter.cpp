@@ -6,6 +6,7 @@
 #include "QPNGCacheFilter.h"
 #include "QRLE5CacheFilter.h"
 #include "QRLE8CacheFilter.h"
+#include "QRawRaster.h"
 
 #include <memory>
 
@@ -56,4 +57,16 @@ QByteArray QStreamCacheFilter::allocate(const QImageInfo* info)
 {
     if (!info || info->rawSize() <= 0) return QByteArray();
     return QByteArray(info->rawSize(), Qt::Uninitialized);
+}
+
+QByteArray QStreamCacheFilter::decodeRows(const QByteArray& data, const QImageInfo* info,
+                                          StreamDecoder decoder)
+{
+    QByteArray raw = allocate(info);
+    if (raw.isEmpty()) return raw;
+    const QRawRaster raster{reinterpret_cast<uchar*>(raw.data()), info->rowBytes(), info->height,
+                            info->bytesPerLine()};
+    const uchar* src = reinterpret_cast<const uchar*>(data.constData());
+    raster.decodeStream([&](uchar* out, qsizetype total) { return decoder(src, data.size(), out, total); });
+    return raw;
 }

@@ -34,4 +34,9 @@ public:
 protected:
     // A raw block of the image's size, or an empty one when info has no valid size.
     static QByteArray allocate(const QImageInfo* info);
+
+    using StreamDecoder = qsizetype (*)(const uchar* src, qsizetype size, uchar* out, qsizetype total);
+    // A raw block of the image's size filled by a stream codec whose output is the rows without their
+    // padding; empty when info has no valid size.
+    static QByteArray decodeRows(const QByteArray& data, const QImageInfo* info, StreamDecoder decoder);
 };

@@ -11,6 +11,7 @@
 #include "QProgress.h"
 #include "QProject.h"
 #include "QRGBPalette.h"
+#include "QSFFFormat.h"
 #include "QSingleInstance.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
@@ -206,13 +207,12 @@ QString QInterface::saveFileName(QProjectFileType file, const QString& path)
 
 quint32 QInterface::spritesVersionToSave(quint32 currentVersion)
 {
-    const QList<quint32> versions = {QSprites::Version_101, QSprites::Version_200, QSprites::Version_201};
-    const QStringList names = {QStringLiteral("1.01"), QStringLiteral("2.00"), QStringLiteral("2.01")};
-    const int currentIndex = qMax(0, int(versions.indexOf(currentVersion)));
-    const QString chosen = QUserDialogs::getItem(window, tr("Sprite file version"),
-                                                 tr("Save the sprites in the version:"), names, currentIndex);
-    const int index = int(names.indexOf(chosen));
-    return index >= 0 ? versions.at(index) : 0;
+    QStringList names;
+    for (quint32 version : {QSprites::Version_101, QSprites::Version_200, QSprites::Version_201})
+        names << QSFF::versionText(version);
+    const int currentIndex = qMax(0, int(names.indexOf(QSFF::versionText(currentVersion))));
+    return QSFF::parseVersion(QUserDialogs::getItem(
+        window, tr("Sprite file version"), tr("Save the sprites in the version:"), names, currentIndex));
 }
 
 void QInterface::charPalette(QRGBPal* palette)

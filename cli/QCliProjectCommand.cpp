@@ -31,18 +31,10 @@ int QCliProjectCommand::run(QCliContext& context)
     if (context.arguments.size() != 3 || context.arguments.at(0) != QLatin1String("save-as"))
         return context.usageError(QStringLiteral("project: expected 'save-as', a project and a target"),
                                   usage());
-    quint32 version = 0;
-    if (versionGiven) {
-        if (versionText == QLatin1String("1.01"))
-            version = QSprites::Version_101;
-        else if (versionText == QLatin1String("2.00"))
-            version = QSprites::Version_200;
-        else if (versionText == QLatin1String("2.01"))
-            version = QSprites::Version_201;
-        else
-            return context.usageError(
-                QStringLiteral("project: '%1' is no sprite file version").arg(versionText), usage());
-    }
+    const quint32 version = versionGiven ? QSFF::parseVersion(versionText) : 0;
+    if (versionGiven && version == 0)
+        return context.usageError(QStringLiteral("project: '%1' is no sprite file version").arg(versionText),
+                                  usage());
     const QString source = context.arguments.at(1);
     const QString target = QFileInfo(context.arguments.at(2)).absoluteFilePath();
     const std::unique_ptr<QProject> project = QCliProject::open(context, source, false);

@@ -2,6 +2,7 @@
 
 #include "QACTPalette.h"
 #include "QProjectContext.h"
+#include "QSFFFormat.h"
 #include "QSFFInfo.h"
 #include "QSprite.h"
 #include "QSpritePalette.h"
@@ -258,14 +259,8 @@ int QCliSffCommand::extract(QCliContext& context, QSprites& sprites, const QStri
 int QCliSffCommand::convert(QCliContext& context, QSprites& sprites, const QString& output,
                             const QString& version, bool reorder)
 {
-    quint32 target = 0;
-    if (version == QLatin1String("1.01"))
-        target = QSprites::Version_101;
-    else if (version == QLatin1String("2.00"))
-        target = QSprites::Version_200;
-    else if (version == QLatin1String("2.01"))
-        target = QSprites::Version_201;
-    else if (!version.isEmpty())
+    const quint32 target = QSFF::parseVersion(version);
+    if (target == 0 && !version.isEmpty())
         return context.usageError(QStringLiteral("sff: --version takes 1.01, 2.00 or 2.01"), usage());
 
     QList<uint> order;

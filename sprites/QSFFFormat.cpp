@@ -17,6 +17,13 @@ QByteArray headerText()
     return text;
 }
 
+quint32 parseVersion(const QString& text)
+{
+    for (quint32 version : {Version101, Version200, Version201})
+        if (text == versionText(version)) return version;
+    return 0;
+}
+
 QString versionText(quint32 version)
 {
     switch (version) {

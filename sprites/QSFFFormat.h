@@ -42,6 +42,8 @@ QByteArray magic();
 QByteArray headerText();
 // "1.01", "2.00", "2.01", or the four bytes from high to low for another value.
 QString versionText(quint32 version);
+// The version that versionText() writes as text: 1.01, 2.00 or 2.01; 0 for any other text.
+quint32 parseVersion(const QString& text);
 // "raw", "none", "rle8", "rle5", "lz5", "png8", "png24", "png32", "pcx", or the number.
 QString formatName(int format);
 // The QImage format of a colour depth: 5 and 8 indexed, 24 RGB32, 32 ARGB32, else invalid.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CliRunner.h"
+#include "FileBytes.h"
 #include "TestData.h"
 
 #include <QFile>
@@ -18,12 +19,6 @@ inline QString write(const QTemporaryDir& dir, const QString& name, const QByteA
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return QString();
     file.write(bytes);
     return path;
-}
-
-inline QByteArray read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 inline QJsonDocument json(const CliRunner::Result& result)

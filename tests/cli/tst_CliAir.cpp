@@ -86,7 +86,7 @@ private Q_SLOTS:
             const Result result =
                 run({QStringLiteral("air"), QStringLiteral("list"), path, QStringLiteral("--json")});
             QCOMPARE(result.exitCode, 0);
-            const QString text = QString::fromLatin1(CliTest::read(path));
+            const QString text = QString::fromLatin1(readBytes(path));
             int headers = 0;
             for (auto it = header.globalMatch(text); it.hasNext(); it.next())
                 ++headers;

@@ -9,7 +9,6 @@
 #include <QtEndian>
 
 using namespace CliRunner;
-using CliTest::read;
 
 class tst_CliFnt : public QObject
 {
@@ -61,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(result.out.contains(QStringLiteral("2 glyphs, 16 palettes")));
         // Definitions files are written with the line end of the game's own files.
         QCOMPARE(
-            read(out + QStringLiteral("/tiny.def")),
+            readBytes(out + QStringLiteral("/tiny.def")),
             QByteArray("[FNT v2]\r\nfntversion = 2,00\r\nname = \"tiny\"\r\n\r\n[Def]\r\ntype = Bitmap\r\n"
                        "size = 2,2\r\nspacing = 1,1\r\noffset = 0,0\r\nfile = tiny.sff\r\n"));
         QSprites sprites(nullptr, 0, false);
@@ -94,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 0);
         QVERIFY2(result.err.isEmpty(), qPrintable(result.err));
         const QString base = out + QLatin1Char('/') + QFileInfo(path).completeBaseName();
-        QVERIFY(read(base + QStringLiteral(".def")).startsWith("[FNT v2]\r\nfntversion = 2,00\r\n"));
+        QVERIFY(readBytes(base + QStringLiteral(".def")).startsWith("[FNT v2]\r\nfntversion = 2,00\r\n"));
         QSprites sprites(nullptr, 0, false);
         QVERIFY(sprites.fromFile(base + QStringLiteral(".sff")));
         QVERIFY(sprites.count() > 0);

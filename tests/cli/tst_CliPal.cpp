@@ -6,7 +6,6 @@
 #include <QImage>
 
 using namespace CliRunner;
-using CliTest::read;
 
 class tst_CliPal : public QObject
 {
@@ -69,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 0);
         QVERIFY2(result.err.isEmpty(), qPrintable(result.err));
         QVERIFY(result.out.contains(output));
-        QCOMPARE(read(output), expected);
+        QCOMPARE(readBytes(output), expected);
     }
 
     void failures_data()
@@ -123,7 +122,7 @@ private Q_SLOTS:
         const QString output = dir.filePath(QStringLiteral("real.act"));
         const Result result = run({QStringLiteral("pal"), QStringLiteral("convert"), files.first(), output});
         QCOMPARE(result.exitCode, 0);
-        QCOMPARE(read(output), read(files.first()).left(768));
+        QCOMPARE(readBytes(output), readBytes(files.first()).left(768));
     }
 };
 

@@ -2,7 +2,6 @@
 
 #include "CliTest.h"
 
-using CliTest::read;
 
 class tst_CliResave : public QObject
 {
@@ -69,7 +68,7 @@ private slots:
         QString err;
         QCOMPARE(run({QStringLiteral("resave"), input, output}, &err), 0);
         QCOMPARE(err, QString());
-        QCOMPARE(read(output), bytes);
+        QCOMPARE(readBytes(output), bytes);
     }
 
     void failures_data()
@@ -113,7 +112,7 @@ private slots:
         const QString output = dir.filePath(QStringLiteral("real.out"));
         for (const QString& path : files) {
             QCOMPARE(run({QStringLiteral("resave"), path, output}), 0);
-            QVERIFY2(read(output) == read(path), qPrintable(path));
+            QVERIFY2(readBytes(output) == readBytes(path), qPrintable(path));
         }
     }
 };

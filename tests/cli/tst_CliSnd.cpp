@@ -9,7 +9,6 @@
 #include <QtEndian>
 
 using namespace CliRunner;
-using CliTest::read;
 
 namespace {
 
@@ -96,9 +95,9 @@ private Q_SLOTS:
         QCOMPARE(QDir(out).entryList(QDir::Files),
                  QStringList({QStringLiteral("00000_7_0.wav"), QStringLiteral("00001_7_1.wav"),
                               QStringLiteral("00002_12_3.wav")}));
-        QCOMPARE(read(out + QStringLiteral("/00000_7_0.wav")), a);
-        QCOMPARE(read(out + QStringLiteral("/00001_7_1.wav")), QByteArray());
-        QCOMPARE(read(out + QStringLiteral("/00002_12_3.wav")), b);
+        QCOMPARE(readBytes(out + QStringLiteral("/00000_7_0.wav")), a);
+        QCOMPARE(readBytes(out + QStringLiteral("/00001_7_1.wav")), QByteArray());
+        QCOMPARE(readBytes(out + QStringLiteral("/00002_12_3.wav")), b);
     }
 
     void failures_data()
@@ -139,9 +138,9 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 0);
         result = run({QStringLiteral("resave"), once, twice});
         QCOMPARE(result.exitCode, 0);
-        const QByteArray original = read(path);
-        QVERIFY(read(once).mid(512) == original.mid(512));
-        QVERIFY(read(twice) == read(once));
+        const QByteArray original = readBytes(path);
+        QVERIFY(readBytes(once).mid(512) == original.mid(512));
+        QVERIFY(readBytes(twice) == readBytes(once));
     }
 };
 

@@ -2,6 +2,7 @@
 // written as Windows content writes them, stopping at every step, saving what changed, asking for
 // files that have no place yet, backups and test copies.
 
+#include "FileBytes.h"
 #include "ProjectFixture.h"
 
 #include "QAnimations.h"
@@ -18,12 +19,6 @@
 #include <QTest>
 
 namespace {
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // Every file below a folder, relative to it and in lower case, sorted.
 QStringList filesBelow(const QString& folder)
@@ -147,11 +142,11 @@ private slots:
             QVERIFY(!project.commands()->isModified());
         }
         mugenModel = nullptr;
-        QCOMPARE(contents(fixture.file(QStringLiteral("test.cmd"))),
+        QCOMPARE(readBytes(fixture.file(QStringLiteral("test.cmd"))),
                  QByteArray("[Command]\nname = \"b\"\ncommand = b\n"));
         // An unchanged file is rewritten only when asked to write everything, and then byte for byte.
         QCOMPARE(QFileInfo(sff).lastModified() != sffTime, !onlyModified);
-        QCOMPARE(contents(fixture.file(QStringLiteral("test.air"))).left(10), QByteArray("; actions\r"));
+        QCOMPARE(readBytes(fixture.file(QStringLiteral("test.air"))).left(10), QByteArray("; actions\r"));
         QProject again(0, false);
         QVERIFY(again.fromFile(fixture.def(), 0));
         QCOMPARE(again.sprites()->count(), 2u);
@@ -162,7 +157,7 @@ private slots:
     {
         ProjectFixture fixture;
         QVERIFY(fixture.make());
-        const QByteArray states = contents(fixture.file(QStringLiteral("test.cns")));
+        const QByteArray states = readBytes(fixture.file(QStringLiteral("test.cns")));
         QProject project(0, false);
         QVERIFY(project.fromFile(fixture.def(), 0));
         project.commands()->setPlainText(QStringLiteral("[Command]\nname = \"c\"\n"));
@@ -170,8 +165,9 @@ private slots:
         stopAt(project, 3);
         QVERIFY(!project.save());
         // The commands step ran before the stop, the state files' did not.
-        QCOMPARE(contents(fixture.file(QStringLiteral("test.cmd"))), QByteArray("[Command]\nname = \"c\"\n"));
-        QCOMPARE(contents(fixture.file(QStringLiteral("test.cns"))), states);
+        QCOMPARE(readBytes(fixture.file(QStringLiteral("test.cmd"))),
+                 QByteArray("[Command]\nname = \"c\"\n"));
+        QCOMPARE(readBytes(fixture.file(QStringLiteral("test.cns"))), states);
         QVERIFY(project.states(0)->isModified());
     }
 
@@ -270,7 +266,7 @@ private slots:
         QCOMPARE(written, (QStringList{folder.filePath(QStringLiteral("test.def")),
                                        folder.filePath(QStringLiteral("test.sff"))}));
         QCOMPARE(
-            contents(written.first()),
+            readBytes(written.first()),
             QByteArray("[Info]\r\nname = \"S\"\r\n[BGDef]\r\nspr = test.sff\r\n[BG 1]\r\ntype = normal\r\n"));
     }
 

@@ -2,6 +2,7 @@
 // what changed) into a copy of the content, and opens again to the same models; text files come back
 // byte for byte.
 
+#include "FileBytes.h"
 #include "QAnimations.h"
 #include "QCommands.h"
 #include "QDefinitions.h"
@@ -22,12 +23,6 @@
 #include <QTest>
 
 namespace {
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // The kind a definitions file stands for, by where the engine keeps it and what it is called.
 QProjectType expectedType(const QString& relative)
@@ -150,7 +145,7 @@ private slots:
         for (const QString& file : std::as_const(textFiles)) {
             const QString original =
                 QDir(TestData::root()).filePath(QDir(copy.path()).relativeFilePath(file));
-            QVERIFY2(contents(file) == contents(original), qPrintable(file));
+            QVERIFY2(readBytes(file) == readBytes(original), qPrintable(file));
         }
         // num72.sff is a version 2.00 file of true-colour sprites without any palette: that version can't
         // hold it once written by the rules, so the save refuses and leaves the file as it was.

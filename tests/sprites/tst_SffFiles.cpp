@@ -1,6 +1,7 @@
 // Reading and writing hand-built sprite files: every rule of the reader, the forms the writer chooses,
 // what a failed save leaves behind, and hostile input.
 
+#include "FileBytes.h"
 #include "QDialogRecorder.h"
 #include "QEncodeCounters.h"
 #include "QLZ5Codec.h"
@@ -38,12 +39,6 @@ class tst_SffFiles : public QObject
         if (!file.open(QIODevice::WriteOnly)) return QString();
         file.write(bytes);
         return path;
-    }
-
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     static QStringList boxTexts(const QDialogRecorder& recorder)
@@ -409,7 +404,7 @@ void tst_SffFiles::version2_rawAndTdataBlocks()
     QVERIFY(sprites.toFile(again));
     QSprites reread;
     QVERIFY(reread.fromFile(again));
-    const QByteArray bytes = read(again);
+    const QByteArray bytes = readBytes(again);
     QVERIFY(qFromLittleEndian<quint32>(bytes.constData() + 64) > 0);
     QCOMPARE(reread.storedLayout().sprites.at(0).format, quint8(QSFF::RLE8Format));
     QCOMPARE(reread.storedLayout().sprites.at(1).flags, quint16(1));
@@ -619,7 +614,7 @@ void tst_SffFiles::writer_headerText()
     for (quint32 version : {QSFF::Version101, QSFF::Version200, QSFF::Version201}) {
         const QString saved = dir.filePath(QStringLiteral("text.sff"));
         QVERIFY(sprites.toFile(saved, version));
-        const QByteArray bytes = read(saved);
+        const QByteArray bytes = readBytes(saved);
         const int at = version == QSFF::Version101 ? 36 : 76;
         QCOMPARE(bytes.mid(at, 76), text + QByteArray(15, '\0'));
         QCOMPARE(bytes.mid(at + 76, 512 - at - 76), QByteArray(512 - at - 76, '\0'));
@@ -715,12 +710,12 @@ void tst_SffFiles::writer_failedSaveKeepsOldFile()
     // Stopped through progress in the middle.
     connect(&sprites, &QSprites::progress, this, [](uint pos, uint, bool& allow) { allow = pos < 2; });
     QVERIFY(!sprites.toFile(target));
-    QCOMPARE(read(target), QByteArray("old contents"));
+    QCOMPARE(readBytes(target), QByteArray("old contents"));
     disconnect(&sprites, &QSprites::progress, this, nullptr);
     // A folder that can't exist: the parent is a file.
     QVERIFY(!sprites.toFile(target + QStringLiteral("/inside.sff")));
     QVERIFY(!sprites.toFile(dir.filePath(QStringLiteral("missing/folder/x.sff"))));
-    QCOMPARE(read(target), QByteArray("old contents"));
+    QCOMPARE(readBytes(target), QByteArray("old contents"));
     QVERIFY(QDir(dir.path()).entryList({"*.sff.*", "old.sff?*"}, QDir::Files).isEmpty());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FileBytes.h"
 #include "QRGBPalette.h"
 #include "QSounds.h"
 #include "QSprite.h"
@@ -59,8 +60,7 @@ public:
     {
         const QString path = root.filePath(name);
         QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile out(path);
-        return out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size();
+        return writeBytes(path, bytes);
     }
 
     // Writes every file; false when one of them can't be written.

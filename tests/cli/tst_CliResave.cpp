@@ -2,7 +2,6 @@
 
 #include "CliTest.h"
 
-
 class tst_CliResave : public QObject
 {
     Q_OBJECT

@@ -1,5 +1,6 @@
 #include "QSyntaxTextEditor.h"
 
+#include "QCharsetDetector.h"
 #include "QParamGroup.h"
 #include "QSingletonParamGroup.h"
 #include "QSyntaxFormats.h"
@@ -106,12 +107,16 @@ bool QSyntaxTextEditor::load(const QString& path, int codec, bool keepIdentity)
 {
     QByteArray bytes;
     if (!QTextFileLines::readFile(path, &bytes)) return false;
+    const QCharsetDetector::Choice choice = QCharsetDetector::choose(bytes, codec);
+    return take(path, bytes, choice.codec, choice.bom, keepIdentity);
+}
 
-    int used = 0;
-    bool bom = false;
-    const QString decoded = QTextFileLines::decode(bytes, codec, &used, &bom);
-    source.read(bytes, decoded, used, bom);
-    data->codec = used;
+bool QSyntaxTextEditor::take(const QString& path, const QByteArray& bytes, int codec, bool bom,
+                             bool keepIdentity)
+{
+    source.read(bytes, codec, bom);
+    data->codec = codec;
+    const QString decoded = source.text();
     // The text is coloured once: a processor of the same language reads it as it comes in; one of
     // another language replaces the old one only when the text is there, and the old one is gone
     // before, so that it reads nothing.
@@ -146,15 +151,23 @@ bool QSyntaxTextEditor::load(const QString& path, int codec, bool keepIdentity)
 
 bool QSyntaxTextEditor::reload(const QString& path)
 {
-    return load(path, data->codec, true);
+    // The user chose the codec: it is taken as it is, and a mark of its own is still read as one.
+    QByteArray bytes;
+    if (!QTextFileLines::readFile(path, &bytes)) return false;
+    const QByteArray mark = QTextEncoding::byteOrderMark(QTextEncoding::codec(data->codec));
+    return take(path, bytes, data->codec, !mark.isEmpty() && bytes.startsWith(mark), true);
 }
 
 bool QSyntaxTextEditor::save(const QString& path, bool forceUtf8, bool asCopy)
 {
     const int codec = forceUtf8 ? utf8Index() : data->codec;
     const bool bom = source.hadBom() && codec == data->codec;
-    // The old file is replaced only once the new one is completely written.
-    if (!QTextFileLines::writeFile(path, source.write(document, codec, bom))) return false;
+    QList<QTextFileLines::Unwritable> unwritable;
+    const QByteArray bytes = source.write(document, codec, bom, &unwritable);
+    // What the encoding can't hold is told before anything is written; the old file is replaced only
+    // once the new one is completely written.
+    if (!unwritable.isEmpty() && !acceptUnwritable(path, codec, unwritable)) return false;
+    if (!QTextFileLines::writeFile(path, bytes)) return false;
     if (!asCopy) {
         document->setModified(false);
         setIdentity(path);
@@ -197,6 +210,35 @@ bool QSyntaxTextEditor::canClose()
     if (!document->isModified() || filePath().isEmpty()) return true;
     return QUserDialogs::question(nullptr, tr("Discard changes"), discardQuestion(),
                                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool QSyntaxTextEditor::acceptUnwritable(const QString& path, int codec,
+                                         const QList<QTextFileLines::Unwritable>& unwritable) const
+{
+    // A few lines tell what is wrong and where; the rest are counted.
+    constexpr int shown = 8;
+    QStringList rows;
+    for (const QTextFileLines::Unwritable& entry : unwritable.mid(0, shown)) {
+        QStringList characters;
+        for (const uint code : entry.characters.toUcs4()) {
+            const char32_t character = code;
+            characters << (code == QChar::ReplacementCharacter
+                               ? tr("bytes that could not be read")
+                               : QStringLiteral("%1 (U+%2)")
+                                     .arg(QString::fromUcs4(&character, 1),
+                                          QString::number(code, 16).toUpper().rightJustified(
+                                              4, QLatin1Char('0'))));
+        }
+        rows << tr("line %1: %2").arg(entry.line).arg(characters.join(QStringLiteral(", ")));
+    }
+    if (unwritable.size() > shown) rows << tr("and %n more line(s)", nullptr, int(unwritable.size() - shown));
+    const QString text =
+        tr("%1 is saved in %2, which can't hold these characters:\n%3\n\nSave anyway, with \"?\" in "
+           "their place?")
+            .arg(QFileInfo(path).fileName(), QTextEncoding::codecName(codec), rows.join(QLatin1Char('\n')));
+    return QUserDialogs::warning(tr("Characters the encoding can't hold"), text,
+                                 QUserDialogs::Save | QUserDialogs::Cancel,
+                                 QUserDialogs::Cancel) == QUserDialogs::Save;
 }
 
 QString QSyntaxTextEditor::discardQuestion() const

@@ -42,15 +42,18 @@ public:
     quint32 mugenVersion() const { return m_mugenVersion; }
     void setMugenVersion(quint32 version);
 
-    // Reads a file: decodes it (detected charset, else codec, else the locale's), picks the language,
-    // and takes the file's name and path unless keepIdentity. False, with nothing changed, when the
-    // file can't be read.
+    // Reads a file: decodes it in the codec that reads its bytes exactly (QCharsetDetector, with codec
+    // as the configured one), picks the language, and takes the file's name and path unless
+    // keepIdentity. False, with nothing changed, when the file can't be read.
     bool load(const QString& path, int codec = 0, bool keepIdentity = false);
-    // Reads the file again with the document's codec, keeping title and path.
+    // Reads the file again in the document's codec as it stands, keeping title and path: the user chose
+    // that codec.
     bool reload(const QString& path);
     // Writes the document in its codec (or UTF-8 when forced). Lines that were not edited keep their
-    // bytes and line ends; edited and new lines take the file's usual line end. The old file stays as it
-    // was when writing fails. Unless asCopy, the document becomes unmodified and takes the path.
+    // bytes and line ends; edited and new lines take the file's usual line end. When an edited line holds
+    // characters the codec can't hold, the user is told which and where before anything is written, and
+    // only writes them as "?" by choosing to. The old file stays as it was when writing fails or is
+    // refused. Unless asCopy, the document becomes unmodified and takes the path.
     bool save(const QString& path, bool forceUtf8 = false, bool asCopy = false);
     // Saves to the document's path; false when that file doesn't exist.
     bool save();
@@ -120,6 +123,9 @@ private:
     void updateGroups(const QList<QTextElementChange>& changes);
     bool readsParams(const QList<QTextElementChange>& changes) const;
     void setIdentity(const QString& path);
+    bool take(const QString& path, const QByteArray& bytes, int codec, bool bom, bool keepIdentity);
+    bool acceptUnwritable(const QString& path, int codec,
+                          const QList<QTextFileLines::Unwritable>& unwritable) const;
     void updateIssues();
 
     QSyntaxProcessor* m_processor = nullptr;

@@ -1,5 +1,6 @@
 #include "QTextEncoding.h"
 
+#include "QCharsetDetector.h"
 #include "QCodecList.h"
 
 #include <QCoreApplication>
@@ -15,43 +16,17 @@ const QList<QByteArray>& table()
     return codecList();
 }
 
-bool isUnicode(const QTextCodec* codec)
-{
-    const int mib = codec->mibEnum();
-    return mib == 106 || (mib >= 1013 && mib <= 1019);
-}
-
-QByteArray byteOrderMark(const QTextCodec* codec)
-{
-    switch (codec->mibEnum()) {
-    case 106:
-        return QByteArrayLiteral("\xEF\xBB\xBF");
-    case 1013:
-        return QByteArrayLiteral("\xFE\xFF");
-    case 1014:
-    case 1015:
-        return QByteArrayLiteral("\xFF\xFE");
-    case 1018:
-        return QByteArrayLiteral("\x00\x00\xFE\xFF");
-    case 1017:
-    case 1019:
-        return QByteArrayLiteral("\xFF\xFE\x00\x00");
-    default:
-        return QByteArray();
-    }
-}
-
-bool startsWithMark(const QByteArray& bytes)
-{
-    return bytes.startsWith("\xEF\xBB\xBF") || bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
-}
-
 } // namespace
 
 int QTextEncoding::codecIndex(const QByteArray& name)
 {
     const int index = int(table().indexOf(name));
     return index > 0 ? index : 0;
+}
+
+int QTextEncoding::indexOf(const QTextCodec* codec)
+{
+    return codec ? codecIndex(codec->name()) : 0;
 }
 
 QString QTextEncoding::codecName(int index)
@@ -77,29 +52,75 @@ QByteArray QTextEncoding::detect(const QByteArray& bytes)
     return name;
 }
 
+QString QTextEncoding::toUnicode(QTextCodec* codec, const char* bytes, qsizetype size)
+{
+    // Without a state Qt's own Unicode codecs swallow a leading mark, so that a line which starts with
+    // one would lose it; a fresh state per call keeps one call from leaking into the next.
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    return codec->toUnicode(bytes, int(size), &state);
+}
+
+QString QTextEncoding::toUnicode(QTextCodec* codec, const QByteArray& bytes)
+{
+    return toUnicode(codec, bytes.constData(), bytes.size());
+}
+
+QByteArray QTextEncoding::byteOrderMark(const QTextCodec* codec)
+{
+    switch (codec ? codec->mibEnum() : 0) {
+    case 106:
+        return QByteArrayLiteral("\xEF\xBB\xBF");
+    case 1013:
+    case 1015:
+        return QByteArrayLiteral("\xFE\xFF");
+    case 1014:
+        return QByteArrayLiteral("\xFF\xFE");
+    case 1017:
+    case 1018:
+        return QByteArray("\x00\x00\xFE\xFF", 4);
+    case 1019:
+        return QByteArray("\xFF\xFE\x00\x00", 4);
+    default:
+        return QByteArray();
+    }
+}
+
+QTextCodec* QTextEncoding::markedCodec(const QByteArray& bytes, int* length)
+{
+    // The four-byte marks first: the little-endian one begins with the two-byte one.
+    static const struct
+    {
+        QByteArray mark;
+        int mib;
+    } marks[] = {{QByteArray("\xFF\xFE\x00\x00", 4), 1019},
+                 {QByteArray("\x00\x00\xFE\xFF", 4), 1018},
+                 {QByteArrayLiteral("\xEF\xBB\xBF"), 106},
+                 {QByteArrayLiteral("\xFF\xFE"), 1014},
+                 {QByteArrayLiteral("\xFE\xFF"), 1013}};
+    for (const auto& entry : marks)
+        if (bytes.startsWith(entry.mark)) {
+            if (length) *length = int(entry.mark.size());
+            return QTextCodec::codecForMib(entry.mib);
+        }
+    if (length) *length = 0;
+    return nullptr;
+}
+
 QString QTextEncoding::decode(const QByteArray& bytes, int wantedIndex, int* outIndex, bool* hadBom)
 {
-    QTextCodec* used = nullptr;
-    const QByteArray detected = detect(bytes);
-    // Plain ASCII fits every codec of the table, so naming it tells nothing: the file keeps the codec
-    // it was asked to have, and later non-ASCII text can still be saved.
-    if (!detected.isEmpty() && detected != "ASCII") used = QTextCodec::codecForName(detected);
-    if (!used && wantedIndex > 0 && wantedIndex < table().size())
-        used = QTextCodec::codecForName(table().at(wantedIndex));
-    if (!used) used = QTextCodec::codecForLocale();
-
-    if (outIndex) *outIndex = used->name() == "System" ? 0 : codecIndex(used->name());
-    QString text = used->toUnicode(bytes);
-    const bool mark = isUnicode(used) && startsWithMark(bytes);
-    if (text.startsWith(QChar(0xFEFF))) text.remove(0, 1);
-    if (hadBom) *hadBom = mark;
-    return text;
+    const QCharsetDetector::Choice choice = QCharsetDetector::choose(bytes, wantedIndex);
+    if (outIndex) *outIndex = choice.codec;
+    if (hadBom) *hadBom = choice.bom;
+    const int skip = choice.bom ? int(byteOrderMark(codec(choice.codec)).size()) : 0;
+    return toUnicode(codec(choice.codec), bytes.constData() + skip, bytes.size() - skip);
 }
 
 QByteArray QTextEncoding::encode(const QString& text, int index, bool bom)
 {
     QTextCodec* used = codec(index);
+    // A stateless call of a codec that writes its own mark (plain "UTF-16") writes it already.
     QByteArray bytes = used->fromUnicode(text);
-    if (bom && isUnicode(used) && !startsWithMark(bytes)) bytes.prepend(byteOrderMark(used));
+    const QByteArray mark = byteOrderMark(used);
+    if (bom && !mark.isEmpty() && !bytes.startsWith(mark)) bytes.prepend(mark);
     return bytes;
 }

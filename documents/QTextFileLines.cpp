@@ -11,58 +11,119 @@
 
 namespace {
 
-bool isParagraphSeparator(char)
+// How the bytes of a codec are cut at line ends: in code units of this many bytes, the value of a unit
+// read in this byte order. Zero for codecs whose bytes can't be cut: the whole file is then one piece.
+struct Units
 {
-    return false;
-}
+    int size = 1;
+    bool bigEndian = false;
+};
 
-bool isParagraphSeparator(QChar c)
+// The codec that reads and writes single lines: a Unicode codec of either byte order takes the order
+// of the file's mark, so that no line gains a mark of its own.
+QTextCodec* lineCodec(QTextCodec* codec, const QByteArray& head)
 {
-    return c.unicode() == 0x2029;
-}
-
-// Cuts a text or byte array at CR LF, LF, lone CR and, in text, the paragraph separator; the last
-// piece has no end and may be empty.
-template <typename Text, typename Piece>
-void split(const Text& text, QList<Piece>& pieces, QList<QTextFileLines::LineEnd>& ends)
-{
-    const qsizetype size = text.size();
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < size; ++i) {
-        const bool separator = isParagraphSeparator(text.at(i));
-        const char c = char(text.at(i) == '\r' ? '\r' : (text.at(i) == '\n' ? '\n' : 0));
-        if (!c && !separator) continue;
-        pieces.append(Piece(text.mid(start, i - start)));
-        if (separator) {
-            ends.append(QTextFileLines::ParagraphSeparator);
-        } else if (c == '\r' && i + 1 < size && text.at(i + 1) == '\n') {
-            ends.append(QTextFileLines::CRLF);
-            ++i;
-        } else {
-            ends.append(c == '\r' ? QTextFileLines::CR : QTextFileLines::LF);
-        }
-        start = i + 1;
+    const bool little = head.startsWith("\xFF\xFE");
+    switch (codec->mibEnum()) {
+    case 1015:
+        return QTextCodec::codecForMib(little ? 1014 : 1013);
+    case 1017:
+        return QTextCodec::codecForMib(little ? 1019 : 1018);
+    default:
+        return codec;
     }
-    pieces.append(Piece(text.mid(start)));
-    ends.append(QTextFileLines::NoEnd);
+}
+
+Units unitsOf(QTextCodec* codec)
+{
+    switch (codec->mibEnum()) {
+    case 1013:
+        return {2, true};
+    case 1014:
+        return {2, false};
+    case 1018:
+        return {4, true};
+    case 1019:
+        return {4, false};
+    default:
+        return {QTextFileLines::isLineSafe(codec) ? 1 : 0, false};
+    }
+}
+
+uint unitAt(const QByteArray& bytes, qsizetype at, Units units)
+{
+    uint value = 0;
+    for (int i = 0; i < units.size; ++i) {
+        const uint byte = uchar(bytes.at(at + (units.bigEndian ? i : units.size - 1 - i)));
+        value = value << 8 | byte;
+    }
+    return value;
+}
+
+// Cuts bytes at CR LF, LF and lone CR: each piece without its end, and the bytes of the end. The last
+// piece has no end and may be empty.
+void cutBytes(const QByteArray& bytes, Units units, QList<QByteArray>& pieces, QList<QByteArray>& ends)
+{
+    if (units.size == 0) {
+        pieces << bytes;
+        ends << QByteArray();
+        return;
+    }
+    const qsizetype size = bytes.size() - bytes.size() % units.size;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < size; i += units.size) {
+        const uint c = unitAt(bytes, i, units);
+        if (c != '\r' && c != '\n') continue;
+        qsizetype next = i + units.size;
+        if (c == '\r' && next < size && unitAt(bytes, next, units) == '\n') next += units.size;
+        pieces << bytes.mid(start, i - start);
+        ends << bytes.mid(i, next - i);
+        start = next;
+        i = next - units.size;
+    }
+    pieces << bytes.mid(start);
+    ends << QByteArray();
+}
+
+// What a document takes as the end of a block besides CR and LF.
+bool endsBlock(QChar c)
+{
+    return c == QChar::ParagraphSeparator || c.unicode() == 0xFDD0 || c.unicode() == 0xFDD1;
+}
+
+// Cuts decoded text where a document would start a new block; ends receives each end's characters.
+void cutText(const QString& text, QStringList& pieces, QStringList& ends)
+{
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c != QLatin1Char('\r') && c != QLatin1Char('\n') && !endsBlock(c)) continue;
+        qsizetype next = i + 1;
+        if (c == QLatin1Char('\r') && next < text.size() && text.at(next) == QLatin1Char('\n')) ++next;
+        pieces << text.mid(start, i - start);
+        ends << text.mid(i, next - i);
+        start = next;
+        i = next - 1;
+    }
+    pieces << text.mid(start);
+    ends << QString();
+}
+
+QTextFileLines::LineEnd endKind(const QString& end)
+{
+    if (end == QLatin1String("\r\n")) return QTextFileLines::CRLF;
+    if (end == QLatin1String("\n")) return QTextFileLines::LF;
+    if (end == QLatin1String("\r")) return QTextFileLines::CR;
+    if (end == QString(QChar::ParagraphSeparator)) return QTextFileLines::ParagraphSeparator;
+    return QTextFileLines::NoEnd;
+}
+
+bool holdsExactly(QTextCodec* codec, const QString& text)
+{
+    return QTextEncoding::toUnicode(codec, codec->fromUnicode(text)) == text;
 }
 
 } // namespace
-
-QString QTextFileLines::decode(const QByteArray& bytes, int wantedCodec, int* codec, bool* bom)
-{
-    QString text = QTextEncoding::decode(bytes, wantedCodec, codec, bom);
-    if (wantedCodec <= 0 || *codec == wantedCodec || QTextEncoding::encode(text, *codec, *bom) == bytes)
-        return text;
-    // Detection guesses; the codec the file was asked to be read in wins when only it is exact.
-    QString wanted = QTextEncoding::codec(wantedCodec)->toUnicode(bytes);
-    const bool wantedMark = wanted.startsWith(QChar(0xFEFF));
-    if (wantedMark) wanted.remove(0, 1);
-    if (QTextEncoding::encode(wanted, wantedCodec, wantedMark) != bytes) return text;
-    *codec = wantedCodec;
-    *bom = wantedMark;
-    return wanted;
-}
 
 bool QTextFileLines::readFile(const QString& path, QByteArray* bytes)
 {
@@ -99,7 +160,7 @@ QString QTextFileLines::endText(LineEnd end)
     case CR:
         return QStringLiteral("\r");
     case ParagraphSeparator:
-        return QString(QChar(0x2029));
+        return QString(QChar::ParagraphSeparator);
     default:
         return QString();
     }
@@ -108,41 +169,55 @@ QString QTextFileLines::endText(LineEnd end)
 void QTextFileLines::clear()
 {
     lines.clear();
-    raw.clear();
     ends.clear();
+    pieceOf.clear();
+    pieces.clear();
+    head.clear();
     usual = CRLF;
     sourceCodec = -1;
-    bom = false;
 }
 
-void QTextFileLines::read(const QByteArray& bytes, const QString& decoded, int codec, bool hadBom)
+void QTextFileLines::read(const QByteArray& bytes, int codec, bool bom)
 {
     clear();
     sourceCodec = codec;
-    bom = hadBom;
-    split(decoded, lines, ends);
+    QTextCodec* fileCodec = QTextEncoding::codec(codec);
+    const QByteArray mark = QTextEncoding::byteOrderMark(fileCodec);
+    // A file in plain UTF-16 or UTF-32 has the byte order of its mark.
+    if (bom && (fileCodec->mibEnum() == 1015 || fileCodec->mibEnum() == 1017)) {
+        if (QTextCodec* marked = QTextEncoding::markedCodec(bytes))
+            head = QTextEncoding::byteOrderMark(marked);
+    } else if (bom && !mark.isEmpty() && bytes.startsWith(mark)) {
+        head = mark;
+    }
+    QTextCodec* used = lineCodec(fileCodec, head);
 
+    QList<QByteArray> byteLines;
+    QList<QByteArray> byteEnds;
+    cutBytes(bytes.mid(head.size()), unitsOf(used), byteLines, byteEnds);
     int counts[ParagraphSeparator + 1] = {};
-    for (LineEnd end : ends)
-        ++counts[end];
+    for (qsizetype p = 0; p < byteLines.size(); ++p) {
+        const QString text = QTextEncoding::toUnicode(used, byteLines.at(p));
+        QStringList parts;
+        QStringList partEnds;
+        cutText(text, parts, partEnds);
+        Piece piece{byteLines.at(p), byteEnds.at(p), int(lines.size()), int(parts.size()), false};
+        piece.lossy = used->fromUnicode(text) != piece.bytes;
+        // The piece's own end, as text, for when its last line is written encoded.
+        partEnds.last() = QTextEncoding::toUnicode(used, piece.end);
+        for (const QString& end : std::as_const(partEnds))
+            ++counts[endKind(end)];
+        lines << parts;
+        ends << partEnds;
+        for (qsizetype i = 0; i < parts.size(); ++i)
+            pieceOf << int(pieces.size());
+        pieces << piece;
+    }
     // A file without line ends gets the engine's own, CR LF; ties go the same way.
     if (counts[LF] > counts[CRLF] && counts[LF] >= counts[CR])
         usual = LF;
     else if (counts[CR] > counts[CRLF] && counts[CR] > counts[LF])
         usual = CR;
-
-    QTextCodec* used = QTextEncoding::codec(codec);
-    if (!isLineSafe(used)) return;
-    QByteArray body = bytes;
-    if (hadBom && body.startsWith("\xEF\xBB\xBF")) body.remove(0, 3);
-    QList<QByteArray> pieces;
-    QList<LineEnd> byteEnds;
-    split(body, pieces, byteEnds);
-    if (byteEnds != ends) return;
-    // Lines are only taken from the bytes where each decodes alone to what the whole file gave.
-    for (qsizetype i = 0; i < pieces.size(); ++i)
-        if (used->toUnicode(pieces.at(i)) != lines.at(i)) return;
-    raw = pieces;
 }
 
 QString QTextFileLines::text() const
@@ -150,50 +225,111 @@ QString QTextFileLines::text() const
     return lines.join(QLatin1Char('\n'));
 }
 
-void QTextFileLines::bind(QTextDocument* document) const
+void QTextFileLines::bind(QTextDocument* document)
 {
+    const bool aligned = document->blockCount() == lines.size();
     int line = 0;
-    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next())
+    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next()) {
+        if (aligned) lines[line] = block.text();
         QTextEditorBlockData::of(block)->sourceLine = line++;
+    }
 }
 
-QByteArray QTextFileLines::write(const QTextDocument* document, int codec, bool withBom) const
+QByteArray QTextFileLines::encodeLine(QTextCodec* codec, const QString& text, int number, int line,
+                                      QList<Unwritable>* unwritable) const
 {
-    QTextCodec* used = QTextEncoding::codec(codec);
-    const bool byLine = isLineSafe(used);
-    const bool ownBytes = byLine && codec == sourceCodec && !raw.isEmpty();
-    QByteArray bytes = withBom ? QTextEncoding::encode(QString(), codec, true) : QByteArray();
-    QString whole;
-    QByteArray endBytes[ParagraphSeparator + 1];
-    if (byLine)
-        for (int end = NoEnd; end <= ParagraphSeparator; ++end)
-            endBytes[end] = used->fromUnicode(endText(LineEnd(end)));
+    const QByteArray encoded = codec->fromUnicode(text);
+    const bool lossy = line >= 0 && line < pieceOf.size() && pieces.at(pieceOf.at(line)).lossy;
+    if (!lossy && !text.contains(QChar::ReplacementCharacter) &&
+        QTextEncoding::toUnicode(codec, encoded) == text)
+        return encoded;
 
+    // Character by character: what the codec can't hold becomes "?", and so does U+FFFD, which stands
+    // for bytes that could not be read and so can't be written again.
+    QString bad;
+    QString kept;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const qsizetype length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        const QString character = text.mid(i, length);
+        i += length - 1;
+        if (character.at(0) == QChar::ReplacementCharacter || !holdsExactly(codec, character)) {
+            if (!bad.contains(character)) bad += character;
+            kept += QLatin1Char('?');
+        } else {
+            kept += character;
+        }
+    }
+    // A line whose bytes lost something in reading without a trace in its text: the user could not see
+    // what is lost.
+    if (bad.isEmpty() && lossy && !lines.at(line).contains(QChar::ReplacementCharacter))
+        bad = QChar(QChar::ReplacementCharacter);
+    if (bad.isEmpty()) return encoded;
+    if (unwritable) unwritable->append({number, bad});
+    return codec->fromUnicode(kept);
+}
+
+QByteArray QTextFileLines::write(const QTextDocument* document, int codec, bool withBom,
+                                 QList<Unwritable>* unwritable) const
+{
+    QTextCodec* fileCodec = QTextEncoding::codec(codec);
+    const bool own = codec == sourceCodec;
+    QByteArray bytes;
+    if (withBom) bytes = own && !head.isEmpty() ? head : QTextEncoding::byteOrderMark(fileCodec);
+    QTextCodec* used = lineCodec(fileCodec, bytes);
+
+    // Which line of the file each block still is: the line it was read as when its text is unchanged,
+    // else the next line of the file after the last one found, for blocks that lost their tie to their
+    // line (lines that Qt made again, as after an undo of a deletion).
     const int count = lineCount();
-    // The next line of the file that an unedited block is expected to be, for blocks that lost their tie
-    // to their line (lines that Qt made again, as after an undo of a deletion).
+    QStringList texts;
+    QList<int> found;
+    QList<int> origins;
     int expected = 0;
     for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next()) {
         const QString text = block.text();
         const auto* data = static_cast<const QTextEditorBlockData*>(block.userData());
-        const int hint = data ? data->sourceLine : -1;
+        const int hint = data && data->sourceLine < count ? data->sourceLine : -1;
         int line = -1;
-        if (hint >= 0 && hint < count && lines.at(hint) == text)
+        if (hint >= 0 && lines.at(hint) == text)
             line = hint;
         else if (expected < count && lines.at(expected) == text)
             line = expected;
         if (line >= 0) expected = line + 1;
-
-        LineEnd end = NoEnd;
-        if (block.next().isValid()) end = line >= 0 && ends.at(line) != NoEnd ? ends.at(line) : usual;
-        if (byLine) {
-            bytes += line >= 0 && ownBytes ? raw.at(line) : used->fromUnicode(text);
-            bytes += endBytes[end];
-        } else {
-            whole += text;
-            whole += endText(end);
-        }
+        texts << text;
+        found << line;
+        origins << (line >= 0 ? line : hint);
     }
-    if (!byLine) return QTextEncoding::encode(whole, codec, withBom);
+
+    const QByteArray usualEnd = used->fromUnicode(endText(usual));
+    const int blocks = int(texts.size());
+    for (int i = 0; i < blocks;) {
+        const int line = found.at(i);
+        if (own && line >= 0) {
+            // A piece that came apart into several lines goes back as it was read only when all of them
+            // are there, in order and unchanged.
+            const Piece& piece = pieces.at(pieceOf.at(line));
+            bool whole = line == piece.firstLine && i + piece.lineCount <= blocks;
+            for (int k = 1; whole && k < piece.lineCount; ++k)
+                whole = found.at(i + k) == line + k;
+            if (whole) {
+                bytes += piece.bytes;
+                i += piece.lineCount;
+                if (i < blocks) bytes += piece.end.isEmpty() ? usualEnd : piece.end;
+                continue;
+            }
+        }
+        bytes += encodeLine(used, texts.at(i), i + 1, origins.at(i), unwritable);
+        ++i;
+        if (i == blocks) break;
+        if (line < 0) {
+            bytes += usualEnd;
+            continue;
+        }
+        const Piece& piece = pieces.at(pieceOf.at(line));
+        if (own && line == piece.firstLine + piece.lineCount - 1 && !piece.end.isEmpty())
+            bytes += piece.end;
+        else
+            bytes += ends.at(line).isEmpty() ? usualEnd : used->fromUnicode(ends.at(line));
+    }
     return bytes;
 }

@@ -10,8 +10,9 @@ class QTextDocument;
 
 // A text file as it was read, line by line: the text, the bytes and the line end of each line.
 // QTextDocument keeps neither, so writing walks the document's blocks and gives every line that is
-// still as it was read its own bytes and line end again. A file opened and saved without an edit comes
-// back byte for byte; an edited or new line takes the line end that most lines of the file have.
+// still as it was read its own bytes and line end again, whatever the codec makes of those bytes. A
+// file opened and saved without an edit comes back byte for byte; only edited and new lines are
+// encoded, and they take the line end that most lines of the file have.
 class QTextFileLines
 {
 public:
@@ -25,29 +26,37 @@ public:
         ParagraphSeparator
     };
 
-    // Takes in a file: its bytes, their decoded text (without a byte order mark), the index of the codec
-    // that decoded them and whether they began with a byte order mark.
-    void read(const QByteArray& bytes, const QString& decoded, int codec, bool bom);
+    // Characters of one line that the encoding can't hold, or that stand for bytes the file's codec
+    // could not read (U+FFFD). Line counts from 1.
+    struct Unwritable
+    {
+        int line = 0;
+        QString characters;
+    };
+
+    // Takes in a file's bytes in the codec at index; bom: they begin with the codec's byte order mark.
+    // The bytes are cut into lines first and each line is decoded alone, so that every line has its
+    // bytes whatever the codec makes of them.
+    void read(const QByteArray& bytes, int codec, bool bom);
     // Forgets the file; new text then ends its lines with CR LF.
     void clear();
 
     // The text for the document: the lines joined by LF.
     QString text() const;
-    // Ties each block of a document that was just given text() to its line.
-    void bind(QTextDocument* document) const;
+    // Ties each block of a document that was just given text() to its line, and takes each block's text
+    // as the line's, so that what the document made of a line still counts as unedited.
+    void bind(QTextDocument* document);
     // The file bytes of the document in the codec at index, with a byte order mark when asked for and
-    // the codec has one.
-    QByteArray write(const QTextDocument* document, int codec, bool bom) const;
+    // the codec has one. Unedited lines keep their bytes when the codec is the file's. A character of an
+    // encoded line that the codec can't hold is written as "?" and reported in unwritable.
+    QByteArray write(const QTextDocument* document, int codec, bool bom,
+                     QList<Unwritable>* unwritable = nullptr) const;
 
     int lineCount() const { return int(lines.size()); }
     // The line end of edited and new lines.
     LineEnd lineEnd() const { return usual; }
-    bool hadBom() const { return bom; }
+    bool hadBom() const { return !head.isEmpty(); }
 
-    // Decodes file bytes: the detected charset, else the wanted codec, else the locale's. When the
-    // detected charset would not give the same bytes back but the wanted codec does, the wanted one is
-    // taken. codec receives the index of the codec used, bom whether the bytes began with a mark.
-    static QString decode(const QByteArray& bytes, int wantedCodec, int* codec, bool* bom);
     // Reads a whole file; false when it can't be opened or read.
     static bool readFile(const QString& path, QByteArray* bytes);
     // Writes through a QSaveFile: on any failure the file on disk stays as it was.
@@ -55,16 +64,33 @@ public:
 
     // The characters of a line end.
     static QString endText(LineEnd end);
-    // Whether lines can be cut out of the codec's bytes and encoded one by one: line ends and ASCII are
-    // single bytes that never occur inside a character.
+    // Whether lines can be cut out of the codec's bytes at their CR and LF bytes: line ends and ASCII
+    // are single bytes that never occur inside a character.
     static bool isLineSafe(QTextCodec* codec);
 
 private:
+    // The bytes between two line ends of the file, with the end that follows them. Decoded, a piece is
+    // one line, or several when the text holds characters that a document also takes as line ends.
+    struct Piece
+    {
+        QByteArray bytes;
+        QByteArray end;
+        int firstLine = 0;
+        int lineCount = 1;
+        // The piece does not come back from its text: editing one of its lines loses bytes.
+        bool lossy = false;
+    };
+
+    QByteArray encodeLine(QTextCodec* codec, const QString& text, int number, int line,
+                          QList<Unwritable>* unwritable) const;
+
     QStringList lines;
-    // The bytes of each line without its end; empty when the bytes could not be cut into the lines.
-    QList<QByteArray> raw;
-    QList<LineEnd> ends;
+    // The end of each line as text, for lines that are written encoded.
+    QStringList ends;
+    QList<int> pieceOf;
+    QList<Piece> pieces;
+    // The byte order mark as read.
+    QByteArray head;
     LineEnd usual = CRLF;
     int sourceCodec = -1;
-    bool bom = false;
 };

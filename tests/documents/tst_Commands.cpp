@@ -4,6 +4,7 @@
 #include "ParamTestSupport.h"
 #include "QCommandsOrg.h"
 #include "QDialogRecorder.h"
+#include "QTextEncoding.h"
 #include "TestData.h"
 #include "TestElements.h"
 
@@ -12,6 +13,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
 #include <functional>
 
@@ -262,7 +264,8 @@ void tst_Commands::realFiles()
 
     // Counted from the raw text: "[Command]" headers, and in each command section the first quoted name
     // and the number of commas of the first command line.
-    const QStringList lines = QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+    const QStringList lines =
+        QTextEncoding::codec(commands.codec())->toUnicode(bytes).split(QLatin1Char('\n'));
     static const QRegularExpression header(QStringLiteral("^\\s*\\[\\s*command\\s*\\]"),
                                            QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression nameLine(QStringLiteral("^\\s*name\\s*=\\s*\"([^\"]*)\""),

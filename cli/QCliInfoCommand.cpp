@@ -47,7 +47,8 @@ int QCliInfoCommand::run(QCliContext& context)
             files.append(QJsonObject{{QStringLiteral("role"), entry.role},
                                      {QStringLiteral("name"), entry.name},
                                      {QStringLiteral("path"), entry.path},
-                                     {QStringLiteral("loaded"), entry.loaded}});
+                                     {QStringLiteral("loaded"), entry.loaded},
+                                     {QStringLiteral("fromEngine"), entry.fromEngine}});
         QJsonObject countObject;
         for (const auto& count : counts)
             countObject.insert(count.first, count.second);
@@ -65,7 +66,9 @@ int QCliInfoCommand::run(QCliContext& context)
                 << "version: " << QCliProject::versionText(definitions->version()) << '\n'
                 << "name: " << project->displayName() << '\n';
     for (const QProjectFileEntry& entry : project->fileEntries()) {
+        // The engine's common states of content outside an engine's folder are the engine's to give.
         const QString state = entry.loaded           ? QStringLiteral("loaded")
+                              : entry.fromEngine     ? QStringLiteral("from the engine")
                               : entry.path.isEmpty() ? QStringLiteral("missing")
                                                      : QStringLiteral("not loaded");
         context.out << entry.role << ": " << entry.name << " (" << state << ")";

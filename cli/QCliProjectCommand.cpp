@@ -3,9 +3,7 @@
 #include "QCliProject.h"
 #include "QDefinitions.h"
 #include "QProject.h"
-#include "QProjectPaths.h"
 #include "QSFFFormat.h"
-#include "QSpritePalette.h"
 #include "QSprites.h"
 
 #include <QDir>
@@ -39,54 +37,35 @@ int QCliProjectCommand::run(QCliContext& context)
     const QString target = QFileInfo(context.arguments.at(2)).absoluteFilePath();
     const std::unique_ptr<QProject> project = QCliProject::open(context, source, false);
     if (!project) return CliFailed;
-    const QString targetDir = QFileInfo(target).absolutePath();
-    if (!QDir().mkpath(targetDir)) return context.fail(targetDir, QStringLiteral("can't be made"));
     const QString oldBase = project->definitions()->baseDirectory();
 
-    // Each file goes beside the new definitions under the name the definitions give it, so that the
-    // copied definitions still name every file. A file from outside the project's folder (one the
-    // engine shares, such as common1.cns) stays where it is, and the engine finds it there.
-    QStringList written;
-    bool spritesWritten = false;
+    // Every file the definitions name goes beside the new definitions under that name (QProject); a
+    // model that they don't name keeps its place relative to the definitions, unless it lies outside
+    // their folder.
+    const QString targetDir = QFileInfo(target).absolutePath();
     QObject::connect(project.get(), &QProject::saveFileName, project.get(),
-                     [&](QProjectFileType kind, const QString&) -> QString {
+                     [&](QProjectFileType, const QString&) -> QString {
                          const QString relative = QDir(oldBase).relativeFilePath(project->savingPath());
                          if (project->savingPath().isEmpty() || relative.startsWith(QLatin1String("..")))
                              return QString();
                          const QString path = QDir(targetDir).filePath(relative);
                          QDir().mkpath(QFileInfo(path).absolutePath());
-                         written << path;
-                         spritesWritten = spritesWritten || kind == pftSprites;
                          return path;
                      });
     QObject::connect(project.get(), &QProject::spritesVersionToSave, project.get(),
                      [&](quint32 current) { return version ? version : current; });
     QSprites* sprites = project->sprites();
     const quint32 storedVersion = sprites->version();
-    project->toFile(target, false);
-    if (!QFileInfo::exists(target)) return context.fail(target, QStringLiteral("can't be written"));
-    if (sprites->count() > 0 && !spritesWritten)
+    if (!project->toFile(target, false)) {
+        // What could not be written was told through the dialog seam already.
+        if (!project->saveError().isEmpty()) return CliFailed;
         return context.fail(sprites->fileName(),
                             QStringLiteral("the sprites can't be saved in version %1 as they stand (see "
                                            "'tavrel-cli sff convert --reorder')")
                                 .arg(QSFF::versionText(version ? version : storedVersion)));
-
-    // The palette files go along as they are; a palette that no file holds yet is written from the model.
-    for (const QProjectFileEntry& entry : project->fileEntries()) {
-        if (!entry.role.startsWith(QLatin1String("pal"))) continue;
-        const QString path = QDir(targetDir).filePath(QProjectPaths::normalized(entry.name));
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile::remove(path);
-        bool copied = !entry.path.isEmpty() && QFile::copy(entry.path, path);
-        if (!copied) {
-            const int palette = sprites->findPalette(0, 1, entry.role.mid(3).toInt());
-            copied = palette >= 0 && sprites->paletteAt(uint(palette))->toFile(path);
-        }
-        if (copied) written << path;
     }
 
-    context.out << "wrote " << target << '\n';
-    for (const QString& path : std::as_const(written))
+    for (const QString& path : project->writtenFiles())
         context.out << "wrote " << path << '\n';
     if (version && version != storedVersion)
         context.out << "sprites: version " << QSFF::versionText(storedVersion) << " -> "

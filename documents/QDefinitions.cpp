@@ -8,6 +8,7 @@
 #include "QStringParam.h"
 #include "QTextElementSubType.h"
 #include "QTextElementType.h"
+#include "QTextEncoding.h"
 #include "QVersionParam.h"
 #include "SingletonGroupReg.h"
 
@@ -119,6 +120,30 @@ QDefinitionFiles QDefinitions::files() const
         }
     }
     return result;
+}
+
+QByteArray QDefinitions::fileNameBytes(const QString& name) const
+{
+    static const QRegularExpression stages(QStringLiteral("^/?stages/"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (!QTextFileLines::isLineSafe(QTextEncoding::codec(codec()))) return QByteArray();
+    for (const int subType : {Files, BGDef, SceneDef, Def}) {
+        const QSingletonParamGroup* group = singletonGroup(subType);
+        if (!group) continue;
+        for (const QGroupParam* param : group->params) {
+            if (param->kind != pkFile) continue;
+            const QString path = slashes(static_cast<const QFileParam*>(param)->path);
+            if (path != name && QString(path).remove(stages) != name) continue;
+            // The value follows the first "=" up to a comment: bytes below 0x40 that no character of the
+            // pages of this content holds inside it.
+            QByteArray line = lineBytes(param->block);
+            line = line.mid(line.indexOf('=') + 1);
+            const qsizetype comment = line.indexOf(';');
+            if (comment >= 0) line.truncate(comment);
+            return line.trimmed();
+        }
+    }
+    return QByteArray();
 }
 
 bool QDefinitions::sectionExists(const QString& section) const

@@ -36,6 +36,9 @@ public:
     QString baseDirectory() const { return base; }
 
     QDefinitionFiles files() const;
+    // The bytes of a name of files() as the file has them: names are bytes in their author's code page,
+    // which the text's codec may not read alike. Empty for a name the definitions don't give.
+    QByteArray fileNameBytes(const QString& name) const;
 
     // Whether a section of that name exists, ignoring case.
     bool sectionExists(const QString& section) const;

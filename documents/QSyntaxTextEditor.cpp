@@ -268,6 +268,11 @@ QString QSyntaxTextEditor::text() const
     return result;
 }
 
+QByteArray QSyntaxTextEditor::lineBytes(const QTextBlock& block) const
+{
+    return source.lineBytes(block, data->codec);
+}
+
 int QSyntaxTextEditor::codec() const
 {
     return data->codec;

@@ -72,6 +72,8 @@ public:
     QString fileTitle() const;
     // The text exactly as the blocks hold it, lines joined by LF.
     QString text() const;
+    // The bytes of a line as the file has them while it is unchanged; else encoded in the codec.
+    QByteArray lineBytes(const QTextBlock& block) const;
     // Index into the encoding table; the next save writes in it.
     int codec() const;
     void setCodec(int index);

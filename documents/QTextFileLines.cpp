@@ -235,6 +235,17 @@ void QTextFileLines::bind(QTextDocument* document)
     }
 }
 
+QByteArray QTextFileLines::lineBytes(const QTextBlock& block, int codec) const
+{
+    const auto* data = static_cast<const QTextEditorBlockData*>(block.userData());
+    const int line = data ? data->sourceLine : -1;
+    if (codec == sourceCodec && line >= 0 && line < lineCount() && lines.at(line) == block.text()) {
+        const Piece& piece = pieces.at(pieceOf.at(line));
+        if (piece.lineCount == 1) return piece.bytes;
+    }
+    return lineCodec(QTextEncoding::codec(codec), head)->fromUnicode(block.text());
+}
+
 QByteArray QTextFileLines::encodeLine(QTextCodec* codec, const QString& text, int number, int line,
                                       QList<Unwritable>* unwritable) const
 {

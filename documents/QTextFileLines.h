@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+class QTextBlock;
 class QTextCodec;
 class QTextDocument;
 
@@ -51,6 +52,10 @@ public:
     // encoded line that the codec can't hold is written as "?" and reported in unwritable.
     QByteArray write(const QTextDocument* document, int codec, bool bom,
                      QList<Unwritable>* unwritable = nullptr) const;
+
+    // The bytes of a block's line without its end: as read while the line is unchanged and the codec
+    // is the file's, else the text encoded in the codec.
+    QByteArray lineBytes(const QTextBlock& block, int codec) const;
 
     int lineCount() const { return int(lines.size()); }
     // The line end of edited and new lines.

@@ -12,11 +12,13 @@
 #include "QSprites.h"
 #include "QTextEncoding.h"
 #include "QTextFileLines.h"
+#include "QUserDialogs.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegExp>
+#include <QSaveFile>
 
 #include <functional>
 
@@ -35,6 +37,52 @@ struct QProject::Step
         return allow;
     }
 };
+
+// One file that a save as writes: from a model, or copied from the file on disk that no model holds.
+struct QProject::Placement
+{
+    Placement(QProjectFileType kind, const QString& name, int palette = 0)
+        : kind(kind), name(name), palette(palette)
+    {}
+
+    QProjectFileType kind;
+    // The name as the definitions give it.
+    QString name;
+    QString target;
+    // The file to copy; empty when a model writes the file.
+    QString source;
+    // The state file that writes itself; the palette number (1 to 12) of a palette written from the
+    // sprites' palettes.
+    QSyntaxTextEditor* states = nullptr;
+    int palette = 0;
+};
+
+namespace {
+
+bool isInside(const QString& folder, const QString& path)
+{
+    const QString relative = QDir(folder).relativeFilePath(path);
+    return !relative.startsWith(QLatin1String("..")) && !QDir::isAbsolutePath(relative);
+}
+
+bool sameFile(const QString& a, const QString& b)
+{
+    const QString first = QFileInfo(a).canonicalFilePath();
+    return !first.isEmpty() && first == QFileInfo(b).canonicalFilePath();
+}
+
+// A file copied byte for byte, through a QSaveFile so that a failed copy leaves the target as it was.
+bool copyBytes(const QString& source, const QString& target)
+{
+    if (sameFile(source, target)) return true;
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) return false;
+    const QByteArray bytes = in.readAll();
+    QSaveFile out(target);
+    return out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.commit();
+}
+
+} // namespace
 
 QProject::QProject(uint cacheType, bool cacheCompression, QObject* parent) : QObject(parent)
 {
@@ -129,8 +177,8 @@ bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool co
     for (int i = 0; i < 12; ++i) {
         const QString& palName = files.palettes.at(i);
         if (palName.isEmpty()) continue;
-        QProjectFileEntry entry{pftSprites, QStringLiteral("pal%1").arg(i + 1), palName,
-                                QProjectPaths::find(base, palName), false};
+        QProjectFileEntry entry{
+            pftSprites, QStringLiteral("pal%1").arg(i + 1), palName, findNamed(base, palName), false, false};
         if (!entry.path.isEmpty()) {
             backupCopy(entry.path, palName);
             QRGBPal table[QRGBPal::TableSize];
@@ -151,8 +199,8 @@ bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool co
 
     auto load = [&](QProjectFileType kind, const QString& role, const QString& fileName,
                     const std::function<bool(const QString&)>& read) {
-        QProjectFileEntry entry{kind, role, fileName, QProjectPaths::find(base, fileName, type() == Stage),
-                                false};
+        QProjectFileEntry entry{kind,  role, fileName, findNamed(base, fileName, type() == Stage),
+                                false, false};
         if (!entry.path.isEmpty()) {
             backupCopy(entry.path, fileName);
             entry.loaded = read(entry.path);
@@ -189,8 +237,10 @@ bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool co
     QList<QSyntaxTextEditor*> earlier;
     earlier.swap(stateFiles);
     for (const QString& stateName : files.states) {
-        QProjectFileEntry entry{pftStates, QStringLiteral("states"), stateName,
-                                QProjectPaths::find(base, stateName), false};
+        QProjectFileEntry entry{
+            pftStates, QStringLiteral("states"), stateName, findNamed(base, stateName), false, false};
+        entry.fromEngine =
+            entry.path.isEmpty() && isCommonStates(stateName) && QProjectPaths::engineRoot(base).isEmpty();
         if (!entry.path.isEmpty()) {
             backupCopy(entry.path, stateName);
             QSyntaxTextEditor* states = copy && !earlier.isEmpty() ? earlier.takeFirst() : nullptr;
@@ -209,7 +259,39 @@ bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool co
         }
     }
     qDeleteAll(earlier);
+    reportMissing();
     return true;
+}
+
+QString QProject::findNamed(const QString& base, const QString& fileName, bool stage) const
+{
+    return QProjectPaths::find(
+        base, QProjectPaths::spellings(fileName, defs->fileNameBytes(fileName), defs->codec()), stage);
+}
+
+bool QProject::isCommonStates(const QString& fileName) const
+{
+    const QString common =
+        QProjectPaths::normalized(defs->findValue(QStringLiteral("Files"), QStringLiteral("stcommon")));
+    return !common.isEmpty() && common.compare(fileName, Qt::CaseInsensitive) == 0;
+}
+
+QStringList QProject::missingFiles() const
+{
+    QStringList names;
+    for (const QProjectFileEntry& entry : entries)
+        if (entry.path.isEmpty() && !entry.name.isEmpty() && !entry.fromEngine) names << entry.name;
+    return names;
+}
+
+void QProject::reportMissing() const
+{
+    const QStringList names = missingFiles();
+    if (names.isEmpty()) return;
+    QUserDialogs::warning(tr("Missing files"),
+                          tr("%1 names files that are not there, in any spelling of their names:\n%2\n\n"
+                             "They are not loaded.")
+                              .arg(QFileInfo(defs->filePath()).fileName(), names.join(QLatin1Char('\n'))));
 }
 
 bool QProject::fromFontFile(const QString& path)
@@ -363,23 +445,161 @@ bool QProject::save()
     return writeFile(pftSounds, 0, onlyModified, step);
 }
 
-void QProject::toFile(const QString& path, bool copy)
+QList<QProject::Placement> QProject::placeFiles(const QString& folder, QStringList* unwritable,
+                                                QStringList* lacking,
+                                                QList<const QSyntaxTextEditor*>* named) const
 {
-    defs->toFile(path, copy);
-    Step step{this, uint(stateFiles.size()) + 4};
-    if (!step.next()) return;
-    saveFile(pftSprites, copy, 0);
-    if (!step.next() || type() != Character) return;
-    saveFile(pftAnimations, copy, 0);
-    if (!step.next()) return;
-    saveFile(pftCommands, copy, 0);
-    if (!step.next()) return;
-    for (int i = 0; i < stateFiles.size(); ++i) {
-        saveFile(pftStates, copy, i);
-        if (!step.next()) return;
+    const QDefinitionFiles files = defs->files();
+    const QString base = files.baseDirectory;
+    QList<Placement> result;
+    QList<QSyntaxTextEditor*> unnamedStates;
+    for (QSyntaxTextEditor* states : stateFiles)
+        if (states->filePath().isEmpty()) unnamedStates << states;
+
+    // model: whether a model writes the file; common: the engine's common states.
+    auto place = [&](Placement placement, const QString& source, bool model, bool common = false) {
+        const bool stageSprite = placement.kind == pftSprites && !placement.palette && type() == Stage;
+        // A file that the engine finds outside the project's folder (its data folder, the stages) stays
+        // there when it finds it from the new folder too; the engine's common states stay anyway.
+        if ((!source.isEmpty() && !isInside(base, source)) || (source.isEmpty() && common)) {
+            const QString there = findNamed(folder, placement.name, stageSprite);
+            if (common || (!there.isEmpty() && !isInside(folder, there))) return;
+        }
+        const QString relative = !source.isEmpty() && isInside(base, source)
+                                     ? QDir(base).relativeFilePath(source)
+                                     : QDir::cleanPath(QProjectPaths::normalized(placement.name).trimmed());
+        if (relative.startsWith(QLatin1String("..")) || QDir::isAbsolutePath(relative)) {
+            *unwritable << tr("%1: it lies outside the folder of the definitions").arg(placement.name);
+            return;
+        }
+        if (!model && source.isEmpty()) {
+            *lacking << placement.name;
+            return;
+        }
+        placement.target = QDir(folder).filePath(relative);
+        if (!model) placement.source = source;
+        result << placement;
+    };
+    auto sourceOf = [&](const QString& name, bool stage = false) {
+        return base.isEmpty() || name.isEmpty() ? QString() : findNamed(base, name, stage);
+    };
+
+    // Palettes go along as their files are; one that no file holds yet is written from its colours.
+    for (int i = 0; i < 12; ++i) {
+        const QString& name = files.palettes.at(i);
+        if (name.isEmpty()) continue;
+        const QString source = sourceOf(name);
+        const bool model = source.isEmpty() && spr->findPalette(0, 1, i + 1) >= 0;
+        place(Placement(pftSprites, name, model ? i + 1 : 0), source, model);
     }
-    saveFile(pftSounds, copy, 0);
+    // A model writes its file when it holds something; else the file on disk goes along as it is. A
+    // file that neither has is one the original lacks too: nothing is made up for it.
+    if (!files.sprite.isEmpty())
+        place(Placement(pftSprites, files.sprite), sourceOf(files.sprite, type() == Stage), spr->count() > 0);
+    if (type() != Character) return result;
+    if (!files.animation.isEmpty())
+        place(Placement(pftAnimations, files.animation), sourceOf(files.animation),
+              !airText->filePath().isEmpty() || !airText->isEmpty());
+    if (!files.sound.isEmpty())
+        place(Placement(pftSounds, files.sound), sourceOf(files.sound), snd->count() > 0);
+    if (!files.commands.isEmpty())
+        place(Placement(pftCommands, files.commands), sourceOf(files.commands),
+              !cmds->filePath().isEmpty() || !cmds->isEmpty());
+    for (const QString& name : files.states) {
+        const QString source = sourceOf(name);
+        Placement placement(pftStates, name);
+        for (QSyntaxTextEditor* states : stateFiles)
+            if (!source.isEmpty() && sameFile(states->filePath(), source)) placement.states = states;
+        // State files made in the editor and never saved stand for the names that have no file, in order.
+        if (!placement.states && source.isEmpty() && !isCommonStates(name) && !unnamedStates.isEmpty())
+            placement.states = unnamedStates.takeFirst();
+        if (placement.states) *named << placement.states;
+        place(placement, source, placement.states, isCommonStates(name));
+    }
+    return result;
+}
+
+bool QProject::writePlaced(const Placement& placement, bool copy, quint32 spritesVersion)
+{
+    if (!QDir().mkpath(QFileInfo(placement.target).absolutePath())) return false;
+    if (!placement.source.isEmpty()) return copyBytes(placement.source, placement.target);
+    switch (placement.kind) {
+    case pftSprites:
+        if (placement.palette) {
+            const int palette = spr->findPalette(0, 1, placement.palette);
+            return palette >= 0 && spr->paletteAt(uint(palette))->toFile(placement.target);
+        }
+        return spr->toFile(placement.target, spritesVersion, copy);
+    case pftAnimations:
+        return airText->toFile(placement.target, copy);
+    case pftSounds:
+        return snd->toFile(placement.target, copy);
+    case pftCommands:
+        return cmds->toFile(placement.target, copy);
+    case pftStates:
+        return placement.states->toFile(placement.target, copy);
+    case pftDefinitions:
+        break;
+    }
+    return false;
+}
+
+bool QProject::toFile(const QString& path, bool copy)
+{
+    written.clear();
+    saveProblem.clear();
+    auto fail = [&](const QStringList& problems) {
+        saveProblem = tr("%1 can't be saved as it stands: these files that it names can't be written.\n%2")
+                          .arg(QFileInfo(path).fileName(), problems.join(QLatin1Char('\n')));
+        QUserDialogs::warning(tr("Save project as"), saveProblem);
+        return false;
+    };
+    const QString folder = QFileInfo(path).absolutePath();
+    QStringList unwritable;
+    QStringList lacking;
+    QList<const QSyntaxTextEditor*> named;
+    const QList<Placement> placements = placeFiles(folder, &unwritable, &lacking, &named);
+    if (!unwritable.isEmpty()) return fail(unwritable);
+
+    quint32 version = spr->version();
+    const bool writesSprites =
+        std::any_of(placements.cbegin(), placements.cend(), [](const Placement& placement) {
+            return placement.kind == pftSprites && !placement.palette && placement.source.isEmpty();
+        });
+    if (writesSprites) {
+        version = emit spritesVersionToSave(spr->version());
+        if (version == 0 || !spr->canSave(version)) return false;
+    }
+
+    Step step{this, uint(placements.size()) + 2};
+    if (!step.next()) return false;
+    if (!QDir().mkpath(folder)) return fail({folder});
+    for (const Placement& placement : placements) {
+        if (!writePlaced(placement, copy, version)) return fail({placement.name});
+        written << placement.target;
+        if (!step.next()) return false;
+    }
+    // The definitions come last: until they are written, no folder names files that are not there.
+    if (!defs->toFile(path, copy)) return fail({QFileInfo(path).fileName()});
+    written.prepend(path);
+
+    // Files with content that the definitions don't name go where the user says.
+    const QDefinitionFiles files = defs->files();
+    if (files.sprite.isEmpty()) saveFile(pftSprites, copy, 0);
+    if (type() == Character) {
+        if (files.animation.isEmpty()) saveFile(pftAnimations, copy, 0);
+        if (files.commands.isEmpty()) saveFile(pftCommands, copy, 0);
+        for (int i = 0; i < stateFiles.size(); ++i)
+            if (!named.contains(stateFiles.at(i))) saveFile(pftStates, copy, i);
+        if (files.sound.isEmpty()) saveFile(pftSounds, copy, 0);
+    }
     step.next();
+    if (!lacking.isEmpty())
+        QUserDialogs::warning(
+            tr("Save project as"),
+            tr("%1 names files that the project doesn't have, so the copy lacks them too:\n%2")
+                .arg(QFileInfo(path).fileName(), lacking.join(QLatin1Char('\n'))));
+    return true;
 }
 
 // ---- Backups and test copies

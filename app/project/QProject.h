@@ -35,15 +35,22 @@ public:
     // Per-project variables; "proj_path" is the folder of the last open or save dialog.
     QMap<QString, QString> variables;
 
-    // Opens from a definitions file. codepage is the fallback codec of the text files; backup first
+    // Opens from a definitions file. codepage is the configured codec of the text files; backup first
     // copies every file into a new time-stamped folder; copy loads without taking over the file names
-    // (a backup being loaded). False when the definitions can't be read or progress was stopped; the
-    // caller then deletes the project.
+    // (a backup being loaded). Each named file is looked for in every spelling of its name's bytes; the
+    // names found in none are told to the user. False when the definitions can't be read or progress
+    // was stopped; the caller then deletes the project.
     bool fromFile(const QString& path, uint codepage, bool backup = false, bool copy = false);
     // Saves every file to its known path, asking for the files that have none yet.
     bool save();
-    // Saves as: the definitions to path, every other file where saveFileName() answers.
-    void toFile(const QString& path, bool copy);
+    // Saves as: every file that the definitions name goes beside the new definitions under that name,
+    // from its model or copied as it is, so that the copy opens with all that the original has; a file
+    // that the engine finds in its own folders stays there. A name that the original has no file for
+    // either is told after saving. Models with content that the definitions don't name go where
+    // saveFileName() answers. When a named file can't be written (its name leads out of the folder, the
+    // writing fails) the user is told which, and the definitions are not written: they come last, so a
+    // failure never leaves them naming files that are not there. With copy the models keep their paths.
+    bool toFile(const QString& path, bool copy);
     // Asks for a name (and for sprites a version) and saves one file; index picks the state file.
     void saveFile(QProjectFileType kind, bool copy, int index);
     // Writes every file into a new time-stamped folder under the project's "backup" folder; the models
@@ -76,6 +83,11 @@ public:
     int statesCount() const { return int(stateFiles.size()); }
     // Every file the definitions named at the last open, in loading order, with what became of it.
     const QList<QProjectFileEntry>& fileEntries() const { return entries; }
+    // The names of fileEntries() that no file was found for, the engine's common states aside.
+    QStringList missingFiles() const;
+    // The files the last toFile() wrote, the definitions first; and why it failed, when it did.
+    const QStringList& writtenFiles() const { return written; }
+    const QString& saveError() const { return saveProblem; }
     // The model file that saveFileName() is being asked about: its current path, and for a state file
     // its index. Lets an answer keep a file's name when the whole project moves.
     QString savingPath() const;
@@ -102,6 +114,7 @@ Q_SIGNALS:
 
 private:
     struct Step;
+    struct Placement;
 
     QSyntaxTextEditor* makeStatesFile(int index);
     void renumberStates();
@@ -114,6 +127,15 @@ private:
     static QString inside(const QString& folder, const QString& name);
     void backupCopy(const QString& source, const QString& name) const;
     QSyntaxTextEditor* loadedStates(const QString& name) const;
+    // The file a name of the definitions stands for, in any spelling of the name's bytes.
+    QString findNamed(const QString& base, const QString& name, bool stage = false) const;
+    bool isCommonStates(const QString& name) const;
+    void reportMissing() const;
+    // Where save as puts each named file; unwritable and lacking receive the names it can't write and
+    // the names the project has no file for, named the state files that names stand for.
+    QList<Placement> placeFiles(const QString& folder, QStringList* unwritable, QStringList* lacking,
+                                QList<const QSyntaxTextEditor*>* named) const;
+    bool writePlaced(const Placement& placement, bool copy, quint32 spritesVersion);
 
     mutable QMessageList issues;
     QDefinitions* defs;
@@ -128,4 +150,6 @@ private:
     QProjectFileType savingKind = pftDefinitions;
     int savingState = -1;
     QString backupTarget;
+    QStringList written;
+    QString saveProblem;
 };

@@ -15,4 +15,7 @@ struct QProjectFileEntry
     // The file it was found as; empty when there is none.
     QString path;
     bool loaded = false;
+    // The common states ("stcommon") of a project outside any engine's folder: the engine supplies
+    // them from its own data folder, so they are not missing when not found.
+    bool fromEngine = false;
 };

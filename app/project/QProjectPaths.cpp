@@ -1,5 +1,8 @@
 #include "QProjectPaths.h"
 
+#include "QCharsetDetector.h"
+#include "QTextEncoding.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -84,4 +87,27 @@ QString QProjectPaths::resolve(const QString& base, const QString& name)
 {
     const QString found = find(base, name);
     return found.isEmpty() ? QDir(base).filePath(normalized(name).trimmed()) : found;
+}
+
+QStringList QProjectPaths::spellings(const QString& name, const QByteArray& bytes, int codec)
+{
+    QStringList result{name};
+    QByteArray raw = bytes;
+    if (raw.isEmpty()) {
+        raw = QTextEncoding::encode(name, codec);
+        // A name the codec can't give back as bytes has no other reading to offer.
+        if (QTextEncoding::toUnicode(QTextEncoding::codec(codec), raw) != name) return result;
+    }
+    for (const QString& reading : QCharsetDetector::readings(raw, codec))
+        if (!result.contains(reading)) result << reading;
+    return result;
+}
+
+QString QProjectPaths::find(const QString& base, const QStringList& spellings, bool stage)
+{
+    for (const QString& spelling : spellings) {
+        const QString found = find(base, spelling, stage);
+        if (!found.isEmpty()) return found;
+    }
+    return QString();
 }

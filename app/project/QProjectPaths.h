@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 // Finds the files that a definitions file names as the engine finds them. Content made on Windows
 // writes paths with backslashes and in any case, so on a case-sensitive file system a name is looked
 // up part by part in its folder when the exact name is missing. Files shared by all content (such as
 // "common1.cns") are found in the engine's data folder and its root when the project's folder lacks
-// them.
+// them. A name is bytes in its author's code page, while a disk of this system names files in UTF-8:
+// so a name is looked for in each of its spellings, the one of the definitions' own codec first.
 class QProjectPaths
 {
 public:
@@ -25,4 +27,11 @@ public:
     // The file a project reads: what find() finds, else base + "/" + name as written, which then
     // simply fails to load.
     static QString resolve(const QString& base, const QString& name);
+
+    // The names that a name read from definitions in the codec at index may stand for: the name itself,
+    // then every other exact reading of its bytes (QCharsetDetector::readings). bytes are the name as
+    // the file has them; when empty, the name encoded in the codec.
+    static QStringList spellings(const QString& name, const QByteArray& bytes, int codec);
+    // find() of the first spelling that exists.
+    static QString find(const QString& base, const QStringList& spellings, bool stage = false);
 };

@@ -99,20 +99,23 @@ private slots:
         QVERIFY2(err.contains(message), qPrintable(err));
     }
 
+    // Every text file of the real content, in whatever code page its authors wrote it (those without a
+    // zero byte, as the command tells text from binary files).
     void realFiles()
     {
         TAVREL_REQUIRE_TESTDATA();
-        QStringList patterns;
-        for (const char* suffix : {"cns", "st", "air", "cmd", "def"})
-            patterns << QStringLiteral("*.") + QLatin1String(suffix)
-                     << QStringLiteral("*.") + QString::fromLatin1(suffix).toUpper();
-        const QStringList files = TestData::files(patterns);
-        QVERIFY(!files.isEmpty());
         const QString output = dir.filePath(QStringLiteral("real.out"));
-        for (const QString& path : files) {
-            QCOMPARE(run({QStringLiteral("resave"), path, output}), 0);
-            QVERIFY2(readBytes(output) == readBytes(path), qPrintable(path));
+        int identical = 0;
+        for (const QString& path : TestData::files({QStringLiteral("*")})) {
+            const QByteArray bytes = readBytes(path);
+            if (bytes.contains('\0')) continue;
+            QString err;
+            QVERIFY2(run({QStringLiteral("resave"), path, output}, &err) == 0, qPrintable(path + err));
+            QVERIFY2(readBytes(output) == bytes, qPrintable(path));
+            ++identical;
         }
+        QVERIFY(identical > 0);
+        qInfo("%d real text files written back byte for byte", identical);
     }
 };
 

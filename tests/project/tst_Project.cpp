@@ -13,10 +13,12 @@
 #include "QProject.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextElementRegistry.h"
+#include "QTextEncoding.h"
 
 #include <QDirIterator>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextCodec>
 
 namespace {
 
@@ -55,7 +57,7 @@ private slots:
         QList<uint> positions;
         connect(&project, &QProject::progress, this, [&](uint pos, uint max, bool&) {
             positions << pos;
-            QCOMPARE(max, 19u);
+            QCOMPARE(max, 18u);
         });
         QVERIFY(project.fromFile(fixture.def(), 0));
 
@@ -67,10 +69,9 @@ private slots:
                          (entry.loaded ? QDir(fixture.root.path()).relativeFilePath(entry.path)
                                        : QStringLiteral("-"));
         const QStringList expected = {
-            "pal1 pal/p1.act chars/test/pal/P1.act",     "pal2 pal/missing.act -",
-            "sprite Sub/KFM.SFF chars/test/sub/kfm.sff", "anim TEST.air chars/test/test.air",
-            "sound test.snd chars/test/test.snd",        "cmd test.cmd chars/test/test.cmd",
-            "states test.cns chars/test/test.cns",       "states missing.st -",
+            "pal1 pal/p1.act chars/test/pal/P1.act", "sprite Sub/KFM.SFF chars/test/sub/kfm.sff",
+            "anim TEST.air chars/test/test.air",     "sound test.snd chars/test/test.snd",
+            "cmd test.cmd chars/test/test.cmd",      "states test.cns chars/test/test.cns",
             "states common1.cns data/common1.cns"};
         QCOMPARE(found, expected);
         // Palettes report only when their file exists; then one step per file.
@@ -78,7 +79,6 @@ private slots:
 
         QCOMPARE(project.sprites()->count(), 2u);
         QVERIFY(project.sprites()->findPalette(0, 1, 1) >= 0);
-        QCOMPARE(project.sprites()->findPalette(0, 1, 2), -1);
         QCOMPARE(project.animations()->count(), 1);
         QCOMPARE(project.commands()->count(), 1);
         QCOMPARE(project.statesCount(), 2);
@@ -196,25 +196,208 @@ private slots:
         QCOMPARE(project.variables.value(QStringLiteral("proj_path")), fixture.character());
     }
 
-    void saveAsSkipsUnansweredFiles()
+    // A name is the author's bytes: it is found on disk in any spelling of them, whatever code page is
+    // configured, and the names found in no spelling are told once, at opening.
+    void namesInEverySpelling_data()
+    {
+        QTest::addColumn<QByteArray>("definitions");
+        QTest::addColumn<QStringList>("files"); // made beside the definitions (in UTF-8 names)
+        QTest::addColumn<QByteArray>("codepage");
+        QTest::addColumn<QStringList>("missing");
+
+        const QByteArray head("[Info]\r\nname = \"N\"\r\n[Files]\r\n");
+        const QByteArray gbk =
+            QTextCodec::codecForName("GBK")->fromUnicode(QString::fromUtf8("st = 冰之舞.cns\r\n"));
+        const QByteArray sjis =
+            QTextCodec::codecForName("Shift_JIS")->fromUnicode(QString::fromUtf8("st = 氷の舞.cns\r\n"));
+        const QStringList gbkFile{QString::fromUtf8("冰之舞.cns")};
+        const QStringList sjisFile{QString::fromUtf8("氷の舞.cns")};
+        QTest::newRow("GBK name") << head + gbk << gbkFile << QByteArray() << QStringList();
+        QTest::newRow("GBK name, Thai page configured")
+            << head + gbk << gbkFile << QByteArray("TIS-620") << QStringList();
+        QTest::newRow("GBK name, Shift-JIS configured")
+            << head + gbk << gbkFile << QByteArray("Shift_JIS") << QStringList();
+        QTest::newRow("Shift-JIS name, GBK configured")
+            << head + sjis << sjisFile << QByteArray("GBK") << QStringList();
+        // The definitions of two authors: read in the page of the Japanese comments, the Chinese name's
+        // bytes are partly unreadable, and only the bytes themselves give its spellings.
+        QTest::newRow("GBK name among Shift-JIS comments")
+            << head +
+                   QTextCodec::codecForName("Shift_JIS")
+                       ->fromUnicode(QString::fromUtf8(
+                           "; ヘルパーがコントロール可能かどうか\r\n; 操作不可・操作可能\r\n"
+                           "; 必殺技のステートファイル\r\n")) +
+                   QTextCodec::codecForName("GBK")->fromUnicode(QString::fromUtf8("st = 身上白光.cns\r\n"))
+            << QStringList{QString::fromUtf8("身上白光.cns")} << QByteArray() << QStringList();
+        QTest::newRow("GBK name with backslash and case")
+            << head +
+                   QTextCodec::codecForName("GBK")->fromUnicode(QString::fromUtf8("st = ST\\冰之舞.CNS\r\n"))
+            << QStringList{QString::fromUtf8("st/冰之舞.cns")} << QByteArray() << QStringList();
+        QTest::newRow("missing in every spelling")
+            << head + gbk + "pal2 = pal\\none.act\r\n"
+            << QStringList() << QByteArray() << QStringList{"pal/none.act", QString::fromUtf8("冰之舞.cns")};
+        // The engine's folder around the project has the common states, or lacks them.
+        QTest::newRow("common states missing from the engine")
+            << head + "stcommon = nocommon.cns\r\n"
+            << QStringList() << QByteArray() << QStringList{"nocommon.cns"};
+    }
+
+    void namesInEverySpelling()
+    {
+        QFETCH(QByteArray, definitions);
+        QFETCH(QStringList, files);
+        QFETCH(QByteArray, codepage);
+        QFETCH(QStringList, missing);
+
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QVERIFY(fixture.write(QStringLiteral("chars/test/n.def"), definitions));
+        for (const QString& file : files)
+            QVERIFY(fixture.write(QStringLiteral("chars/test/") + file, "[Statedef 1]\r\n"));
+        QDialogRecorder dialogs;
+        QProject project(0, false);
+        QVERIFY(project.fromFile(fixture.file(QStringLiteral("n.def")),
+                                 uint(QTextEncoding::codecIndex(codepage))));
+        QCOMPARE(project.missingFiles(), missing);
+        QCOMPARE(project.statesCount(), int(files.size()));
+        if (missing.isEmpty()) {
+            QVERIFY(dialogs.calls.isEmpty());
+            return;
+        }
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.first().title, QStringLiteral("Missing files"));
+        QCOMPARE(dialogs.calls.first().icon, QUserDialogs::Warning);
+        QVERIFY(
+            dialogs.calls.first().text.startsWith(QStringLiteral("n.def names files that are not there")));
+        for (const QString& name : missing)
+            QVERIFY2(dialogs.calls.first().text.contains(QLatin1Char('\n') + name + QLatin1Char('\n')),
+                     qPrintable(dialogs.calls.first().text));
+    }
+
+    // Outside any engine's folder the common states are the engine's to give, not missing.
+    void commonStatesOutsideAnEngine()
+    {
+        QTemporaryDir folder;
+        QVERIFY(writeBytes(folder.filePath(QStringLiteral("a.def")),
+                           "[Info]\r\nname = \"A\"\r\n[Files]\r\nstcommon = common1.cns\r\n"));
+        QDialogRecorder dialogs;
+        QProject project(0, false);
+        QVERIFY(project.fromFile(folder.filePath(QStringLiteral("a.def")), 0));
+        QCOMPARE(project.fileEntries().size(), 1);
+        QVERIFY(project.fileEntries().first().fromEngine);
+        QVERIFY(project.missingFiles().isEmpty());
+        QVERIFY(dialogs.calls.isEmpty());
+    }
+
+    // Save as writes every file the definitions name beside the new definitions, under the name its
+    // file has: the copy opens whole, and nothing is asked. The engine's common states stay with the
+    // engine; the models move to the copy.
+    void saveAsWritesEveryNamedFile()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QDialogRecorder dialogs;
+        QProject project(0, false);
+        QVERIFY(project.fromFile(fixture.def(), 0));
+        QTemporaryDir target;
+        QList<int> asked;
+        connect(&project, &QProject::spritesVersionToSave, this, [](quint32 current) { return current; });
+        connect(&project, &QProject::saveFileName, this, [&](QProjectFileType kind, const QString&) {
+            asked << int(kind);
+            return QString();
+        });
+        const QString copy = target.filePath(QStringLiteral("out/copy.def"));
+        QVERIFY(project.toFile(copy, false));
+        QVERIFY(asked.isEmpty());
+        QVERIFY(dialogs.calls.isEmpty());
+        QCOMPARE(filesBelow(target.filePath(QStringLiteral("out"))),
+                 (QStringList{"copy.def", "pal/p1.act", "sub/kfm.sff", "test.air", "test.cmd", "test.cns",
+                              "test.snd"}));
+        QCOMPARE(project.writtenFiles().first(), copy);
+        for (const char* name : {"test.air", "test.cmd", "test.cns", "test.snd", "pal/P1.act"})
+            QVERIFY2(readBytes(target.filePath(QStringLiteral("out/") + QLatin1String(name))) ==
+                         readBytes(fixture.file(QLatin1String(name))),
+                     name);
+        QCOMPARE(readBytes(copy), ProjectFixture::definitions());
+        QCOMPARE(project.commands()->filePath(), target.filePath(QStringLiteral("out/test.cmd")));
+        QCOMPARE(project.definitions()->baseDirectory(), target.filePath(QStringLiteral("out")));
+
+        QProject again(0, false);
+        QVERIFY(again.fromFile(copy, 0));
+        QVERIFY(again.missingFiles().isEmpty());
+        QCOMPARE(again.statesCount(), 1);
+        QCOMPARE(again.sprites()->count(), 2u);
+    }
+
+    // Names the original has no file for: the copy lacks them too, and the user is told. Names that lead
+    // out of the folder, or a folder that can't be made: nothing is written, the definitions least.
+    void saveAsTellsWhatItCantWrite_data()
+    {
+        QTest::addColumn<QByteArray>("extra"); // more lines of [Files]
+        QTest::addColumn<QString>("target");   // relative to the target folder
+        QTest::addColumn<bool>("saved");
+        QTest::addColumn<QString>("told");
+
+        QTest::newRow("files the original lacks")
+            << QByteArray("st = missing.st\r\npal2 = pal\\missing.act\r\n") << "out/copy.def" << true
+            << "copy.def names files that the project doesn't have, so the copy lacks them "
+               "too:\npal/missing.act\n"
+               "missing.st";
+        QTest::newRow("name out of the folder")
+            << QByteArray("st = ..\\shared.st\r\n") << "out/copy.def" << false
+            << "copy.def can't be saved as it stands: these files that it names can't be written.\n"
+               "../shared.st: it lies outside the folder of the definitions";
+        QTest::newRow("folder that can't be made") << QByteArray() << "file/copy.def" << false << "file";
+    }
+
+    void saveAsTellsWhatItCantWrite()
+    {
+        QFETCH(QByteArray, extra);
+        QFETCH(QString, target);
+        QFETCH(bool, saved);
+        QFETCH(QString, told);
+
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QVERIFY(fixture.write(QStringLiteral("chars/shared.st"), "[Statedef 2]\r\n"));
+        QVERIFY(fixture.write(QStringLiteral("chars/test/test.def"), ProjectFixture::definitions() + extra));
+        QDialogRecorder dialogs;
+        QProject project(0, false);
+        QVERIFY(project.fromFile(fixture.def(), 0));
+        dialogs.calls.clear();
+        QTemporaryDir folder;
+        QVERIFY(writeBytes(folder.filePath(QStringLiteral("file")), "not a folder"));
+        connect(&project, &QProject::spritesVersionToSave, this, [](quint32 current) { return current; });
+
+        QCOMPARE(project.toFile(folder.filePath(target), false), saved);
+        QCOMPARE(QFileInfo::exists(folder.filePath(target)), saved);
+        if (!saved) QCOMPARE(filesBelow(folder.path()), QStringList{"file"});
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.first().title, QStringLiteral("Save project as"));
+        QVERIFY2(dialogs.calls.first().text.contains(told), qPrintable(dialogs.calls.first().text));
+        QCOMPARE(project.saveError().isEmpty(), saved);
+        // The project stays where it was when nothing could be saved.
+        if (!saved) QCOMPARE(project.definitions()->filePath(), fixture.def());
+    }
+
+    // A state file made in the editor that the definitions don't name is asked for.
+    void saveAsAsksForUnnamedFiles()
     {
         ProjectFixture fixture;
         QVERIFY(fixture.make());
         QProject project(0, false);
         QVERIFY(project.fromFile(fixture.def(), 0));
+        project.addStatesFile(QString())->setPlainText(QStringLiteral("[Statedef 3]\n"));
         QTemporaryDir target;
-        QList<int> kinds;
+        QList<int> asked;
         connect(&project, &QProject::spritesVersionToSave, this, [](quint32 current) { return current; });
         connect(&project, &QProject::saveFileName, this, [&](QProjectFileType kind, const QString&) {
-            kinds << int(kind);
-            return kind == pftCommands ? target.filePath(QStringLiteral("x.cmd")) : QString();
+            asked << int(kind) << project.savingIndex();
+            return target.filePath(QStringLiteral("extra.cns"));
         });
-        project.toFile(target.filePath(QStringLiteral("copy.def")), false);
-        // Sprites, animations, commands, two state files, sounds: each asked once, in this order.
-        QCOMPARE(kinds, (QList<int>{1, 2, 3, 4, 4, 5}));
-        QCOMPARE(filesBelow(target.path()), (QStringList{"copy.def", "x.cmd"}));
-        QCOMPARE(project.commands()->filePath(), target.filePath(QStringLiteral("x.cmd")));
-        QCOMPARE(project.definitions()->baseDirectory(), target.path());
+        QVERIFY(project.toFile(target.filePath(QStringLiteral("copy.def")), false));
+        QCOMPARE(asked, (QList<int>{4, 2}));
+        QCOMPARE(readBytes(target.filePath(QStringLiteral("extra.cns"))), QByteArray("[Statedef 3]\r\n"));
     }
 
     void backupsHoldEveryFile()

@@ -4,6 +4,7 @@
 
 #include "FileBytes.h"
 #include "QAnimations.h"
+#include "QCodecList.h"
 #include "QCommands.h"
 #include "QDefinitions.h"
 #include "QDialogRecorder.h"
@@ -16,11 +17,13 @@
 #include "QSprites.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextElementRegistry.h"
+#include "QTextEncoding.h"
 #include "TestData.h"
 
 #include <QDirIterator>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
 namespace {
 
@@ -149,9 +152,11 @@ private slots:
         }
         // num72.sff is a version 2.00 file of true-colour sprites without any palette: that version can't
         // hold it once written by the rules, so the save refuses and leaves the file as it was.
+        // Files that the content lacks are told at each opening; namesFoundInEverySpelling() checks them.
         QStringList boxes;
         for (const QDialogRecorder::Call& call : std::as_const(dialogs.calls))
-            boxes << call.title + QStringLiteral(": ") + call.text;
+            if (call.title != QLatin1String("Missing files"))
+                boxes << call.title + QStringLiteral(": ") + call.text;
         QStringList expectedBoxes;
         if (relative.endsWith(QLatin1String("num72.def")))
             expectedBoxes << QStringLiteral("Save SFF: You can't save this SFF without palettes.");
@@ -164,6 +169,83 @@ private slots:
         for (int i = 0; i < before.size(); ++i)
             QCOMPARE(after.at(i).left(300), before.at(i).left(300));
         QCOMPARE(after, before);
+    }
+
+    // No name is told missing when a file exists that its bytes may stand for: a file whose name, written
+    // in any of the code pages that content comes in, gives the bytes of the name in the definitions.
+    void namesFoundInEverySpelling_data() { saveAndReopen_data(); }
+
+    void namesFoundInEverySpelling()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        QFETCH(QString, relative);
+        const QString path = QDir(TestData::root()).filePath(relative);
+        const QString base = QFileInfo(path).absolutePath();
+        QStringList onDisk;
+        QDirIterator it(base, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            onDisk << QDir(base).relativeFilePath(it.next());
+        // Whatever page the user has configured: the Thai one read GBK definitions as Thai.
+        for (const char* configured : {"", "TIS-620", "Shift_JIS"}) {
+            QDialogRecorder dialogs;
+            QProject project(0, false);
+            QVERIFY(project.fromFile(path, uint(QTextEncoding::codecIndex(configured))));
+            QTextCodec* defCodec = QTextEncoding::codec(project.definitions()->codec());
+            const QStringList missing = project.missingFiles();
+            for (const QString& name : missing) {
+                const QByteArray bytes = defCodec->fromUnicode(name).toLower();
+                for (const QString& file : std::as_const(onDisk))
+                    for (const QByteArray& codec : detectionCodecs())
+                        QVERIFY2(QTextCodec::codecForName(codec)->fromUnicode(file).toLower() != bytes,
+                                 qPrintable(name + QStringLiteral(" is there as ") + file));
+            }
+            // Those that are told are told once, by name.
+            QCOMPARE(dialogs.calls.size(), missing.isEmpty() ? 0 : 1);
+            for (const QString& name : missing)
+                QVERIFY(dialogs.calls.first().text.contains(name));
+        }
+    }
+
+    // Save as of content in Chinese and Japanese code pages: the copy opens with every file the original
+    // has, each text file byte for byte; the copy lacks only what the original lacks.
+    void saveAsKeepsEveryFile_data()
+    {
+        QTest::addColumn<QString>("relative");
+        QTest::newRow("GBK, Chinese state file names") << "kof-h-cjk/chars/kula/kula.def";
+        QTest::newRow("GBK, backslashes") << "kof-h-cjk/chars/Chang/Chang.def";
+        QTest::newRow("Shift-JIS") << "ikemen-aru/chars/Crescent/Crescent.def";
+    }
+
+    void saveAsKeepsEveryFile()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        QFETCH(QString, relative);
+        QDialogRecorder dialogs;
+        QTemporaryDir target;
+        const QString copyPath = target.filePath(QStringLiteral("out/") + QFileInfo(relative).fileName());
+        QStringList lacking;
+        QList<QProjectFileEntry> original;
+        {
+            QProject project(0, false);
+            QVERIFY(project.fromFile(QDir(TestData::root()).filePath(relative), 0));
+            connect(&project, &QProject::spritesVersionToSave, this, [](quint32 current) { return current; });
+            QVERIFY(project.toFile(copyPath, true));
+            lacking = project.missingFiles();
+            original = project.fileEntries();
+        }
+        QProject copy(0, false);
+        QVERIFY(copy.fromFile(copyPath, 0));
+        QCOMPARE(copy.missingFiles(), lacking);
+        QCOMPARE(copy.fileEntries().size(), original.size());
+        for (int i = 0; i < original.size(); ++i) {
+            const QProjectFileEntry& before = original.at(i);
+            const QProjectFileEntry& after = copy.fileEntries().at(i);
+            QCOMPARE(after.name, before.name);
+            QCOMPARE(after.loaded, before.loaded);
+            if (before.loaded && before.kind != pftSprites && before.kind != pftSounds)
+                QVERIFY2(readBytes(after.path) == readBytes(before.path), qPrintable(after.path));
+        }
+        QCOMPARE(readBytes(copyPath), readBytes(QDir(TestData::root()).filePath(relative)));
     }
 };
 

@@ -14,7 +14,8 @@
 
 // A small character on disk, inside a folder laid out as the engine's: ROOT/data holds the shared
 // common states, ROOT/chars/test the character. Its definitions write paths as content made on Windows
-// does: backslashes, and names whose case differs from the files.
+// does: backslashes, and names whose case differs from the files. Every file they name is there, so
+// that opening it tells of no missing file.
 class ProjectFixture
 {
 public:
@@ -27,8 +28,8 @@ public:
     static QByteArray definitions()
     {
         return "[Info]\r\nname = \"Test\"\r\nmugenversion = 1.0\r\n\r\n[Files]\r\ncmd = test.cmd\r\n"
-               "cns = test.cns\r\nst = missing.st\r\nstcommon = common1.cns\r\nsprite = Sub\\KFM.SFF\r\n"
-               "anim = TEST.air\r\nsound = test.snd\r\npal1 = pal\\p1.act\r\npal2 = pal\\missing.act\r\n";
+               "cns = test.cns\r\nstcommon = common1.cns\r\nsprite = Sub\\KFM.SFF\r\n"
+               "anim = TEST.air\r\nsound = test.snd\r\npal1 = pal\\p1.act\r\n";
     }
 
     static QByteArray wav(int channels, int bits, int frames)

@@ -6,10 +6,9 @@
 #include "QInterface.h"
 #include "QLanguageManager.h"
 #include "QMediaSoundPlayer.h"
+#include "QModelTables.h"
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
-#include "QSyntaxLibrary.h"
-#include "QTextElementRegistry.h"
 #include "QUserDialogs.h"
 
 #include <QCloseEvent>
@@ -21,12 +20,11 @@
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
     buildForm();
-    loadSyntaxDefinitions(QCoreApplication::applicationDirPath());
-    installSyntaxProcessors();
+    tables = std::make_unique<QModelTables>();
+    QModelTables::checkers();
     QMugenSyntaxHierarchy::setIconLookup(
         [](const QString& name) { return iconsetManager ? iconsetManager->icon(name) : QIcon(); });
     QMediaSoundPlayer::install();
-    registerTextElements();
     if (languageManager)
         connect(languageManager, &QLanguageManager::langChanged, this, &MainWindow::retranslate);
     fileWatcherManager = new QFileWatcherManager;
@@ -41,7 +39,7 @@ MainWindow::~MainWindow()
     if (mugenModel) mugenModel->save(QConfigLocation::standard().writePath(QStringLiteral("config.xml")));
     delete fileWatcherManager;
     fileWatcherManager = nullptr;
-    unregisterTextElements();
+    tables.reset();
 }
 
 void MainWindow::buildForm()
@@ -89,10 +87,9 @@ void MainWindow::retranslate()
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (mugenModel && (*mugenModel)[QStringLiteral("confirm_close")].toBool()) {
-        const auto answer =
-            QUserDialogs::question(this, tr("Close"), tr("Do you really want to close Tavrel?"),
-                                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-        if (answer != QMessageBox::Yes) {
+        const auto answer = QUserDialogs::question(tr("Close"), tr("Do you really want to close Tavrel?"),
+                                                   QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No);
+        if (answer != QUserDialogs::Yes) {
             event->ignore();
             return;
         }

@@ -2,7 +2,10 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QInterface;
+class QModelTables;
 class QListView;
 class QMenu;
 
@@ -40,4 +43,5 @@ private:
     QDockWidget* actionsDock = nullptr;
     QListView* actList = nullptr;
     QInterface* iface = nullptr;
+    std::unique_ptr<QModelTables> tables;
 };

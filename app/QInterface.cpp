@@ -202,7 +202,7 @@ QString QInterface::saveFileName(QProjectFileType file, const QString& path)
         "Constants (*.cns);;States (*.st);;Text (*.txt);;Lua script (*.lua)",
         "Sounds (*.snd)"};
     const int kind = qBound(0, int(file), 5);
-    return QUserDialogs::getSaveFileName(window, tr(titles[kind]), path, QLatin1String(filters[kind]));
+    return QUserDialogs::getSaveFileName(tr(titles[kind]), path, QLatin1String(filters[kind]));
 }
 
 quint32 QInterface::spritesVersionToSave(quint32 currentVersion)
@@ -212,19 +212,19 @@ quint32 QInterface::spritesVersionToSave(quint32 currentVersion)
         names << QSFF::versionText(version);
     const int currentIndex = qMax(0, int(names.indexOf(QSFF::versionText(currentVersion))));
     return QSFF::parseVersion(QUserDialogs::getItem(
-        window, tr("Sprite file version"), tr("Save the sprites in the version:"), names, currentIndex));
+        tr("Sprite file version"), tr("Save the sprites in the version:"), names, currentIndex));
 }
 
 void QInterface::charPalette(QRGBPal* palette)
 {
-    QUserDialogs::warning(window, tr("Palette warning!"),
+    QUserDialogs::warning(tr("Palette warning!"),
                           tr("Tavrel not found the character palette. To view all sprites properly you must "
                              "select an external palette file."));
     // The project asking may still be loading, before it is the current one.
     const auto* asking = qobject_cast<const QProject*>(sender());
     const QString start = asking ? asking->variables.value(QStringLiteral("proj_path")) : QString();
     const QString path =
-        QUserDialogs::getOpenFileName(window, tr("Character palette"), start, QRGBPalette::openFilter());
+        QUserDialogs::getOpenFileName(tr("Character palette"), start, QRGBPalette::openFilter());
     if (path.isEmpty()) return;
     QRGBPalette reader(palette);
     reader.fromFile(path);
@@ -257,10 +257,10 @@ void QInterface::askToSavePalettes()
     if (current->type() != Character || current->sprites()->version() != QSprites::Version_101 ||
         !mugenModel || !(*mugenModel)[QStringLiteral("ask_save_palettes")].toBool())
         return;
-    if (QUserDialogs::question(window, tr("Save palettes"),
+    if (QUserDialogs::question(tr("Save palettes"),
                                tr("Do you want to save the palettes of the group 1 based on the definitions "
                                   "(palette 1,x = palx in DEF)?\nChoose No to ignore palettes."),
-                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+                               QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No) != QUserDialogs::Yes)
         return;
     const QDefinitionFiles files = current->definitions()->files();
     for (int i = 0; i < 12; ++i) {

@@ -13,6 +13,7 @@
 #include "QStylesheetManager.h"
 #include "QSyntaxFormats.h"
 #include "QTrace.h"
+#include "QWidgetDialogs.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -96,6 +97,9 @@ int tavrelMain(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(TAVREL_VERSION));
     QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath());
     createProcessObjects(*app);
+    // A person answers the boxes of this program; until now the silent seam would have answered.
+    QWidgetDialogs dialogs;
+    QUserDialogs::install(&dialogs);
 
     int status = 0;
     {
@@ -109,6 +113,7 @@ int tavrelMain(int argc, char** argv)
         if (dispatch(QCoreApplication::arguments(), handOff) == RunKind::Editor) status = runEditor(*app);
     }
 
+    QUserDialogs::install(nullptr);
     deleteProcessObjects();
     delete app;
     return status;

@@ -5,9 +5,9 @@
 #include "QAnimationFrame.h"
 #include "QAnimations.h"
 #include "QElementTextEditor.h"
+#include "QModelTables.h"
 #include "QTextElementPool.h"
 #include "QTextElementReg.h"
-#include "QTextElementRegistry.h"
 #include "QTextElementType.h"
 #include "UnknownGrpReg.h"
 
@@ -232,10 +232,9 @@ BENCHMARK(BM_AirDocumentOnlyText)->Arg(20000)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    registerTextElements();
+    QModelTables tables;
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    unregisterTextElements();
     return 0;
 }

@@ -1,5 +1,5 @@
+#include "QModelTables.h"
 #include "QProject.h"
-#include "QTextElementRegistry.h"
 
 #include <QDirIterator>
 #include <QElapsedTimer>
@@ -53,7 +53,6 @@ void BM_OpenCharacter(benchmark::State& state)
         state.SkipWithError("TAVREL_TESTDATA is not set");
         return;
     }
-    registerTextElements();
     double totals[7] = {};
     for (auto _ : state) {
         QProject project(0, false);
@@ -101,6 +100,7 @@ int main(int argc, char** argv)
     // Text documents lay out with the fonts of a GUI application.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
+    QModelTables tables;
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

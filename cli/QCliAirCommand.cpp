@@ -7,7 +7,6 @@
 #include "QCollisionBox.h"
 #include "QCollisionBoxes.h"
 #include "QInterFrameElement.h"
-#include "QTextElementRegistry.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -126,7 +125,6 @@ int QCliAirCommand::run(QCliContext& context)
     const QString file = context.arguments.at(1);
     if (!QFileInfo(file).isFile()) return context.fail(file, QStringLiteral("no such file"));
 
-    registerTextElements();
     QAirDocument document;
     const QAnimations& model = document.model;
     if (!document.model.fromFile(file)) return context.fail(file, QStringLiteral("can't be read"));

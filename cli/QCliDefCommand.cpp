@@ -2,7 +2,6 @@
 
 #include "QCliProject.h"
 #include "QDefinitions.h"
-#include "QTextElementRegistry.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -27,7 +26,6 @@ int QCliDefCommand::run(QCliContext& context)
     const QString path = context.arguments.at(1);
     if (!QFileInfo(path).isFile()) return context.fail(path, QStringLiteral("no such file"));
 
-    registerTextElements();
     QDefinitions definitions;
     if (!definitions.fromFile(path, 0)) return context.fail(path, QStringLiteral("can't be read"));
     const QDefinitionFiles files = definitions.files();

@@ -3,7 +3,6 @@
 #include "QDefinitions.h"
 #include "QFontFile.h"
 #include "QSprites.h"
-#include "QTextElementRegistry.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,7 +26,6 @@ int QCliFntCommand::run(QCliContext& context)
     const QString output = context.arguments.at(2);
     if (!QFileInfo(input).isFile()) return context.fail(input, QStringLiteral("no such file"));
 
-    registerTextElements();
     QDefinitions definitions;
     QSprites sprites(nullptr, 0, false);
     if (!QFontFile::importFnt(input, definitions, sprites))

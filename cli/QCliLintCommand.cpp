@@ -1,5 +1,6 @@
 #include "QCliLintCommand.h"
 
+#include "QModelTables.h"
 #include "QMugenParamInfo.h"
 #include "QMugenSyntaxProcessor.h"
 #include "QMugenSyntaxProperties.h"
@@ -55,9 +56,8 @@ int QCliLintCommand::run(QCliContext& context)
     if (context.arguments.isEmpty())
         return context.usageError(QStringLiteral("lint: no file given"), usage());
 
-    const QString vocabulary = QCoreApplication::applicationDirPath() + QStringLiteral("/syntax_mugen.xml");
-    if (!mugenSyntaxProperties()->load(vocabulary))
-        return context.fail(vocabulary, QStringLiteral("the vocabulary can't be read"));
+    if (!QModelTables::checkers())
+        return context.fail(QModelTables::dataDir(), QStringLiteral("the vocabularies can't be read"));
 
     bool failed = false;
     bool errors = false;

@@ -2,9 +2,8 @@
 
 #include "QCliContext.h"
 #include "QDefinitions.h"
+#include "QModelTables.h"
 #include "QProject.h"
-#include "QSyntaxLibrary.h"
-#include "QTextElementRegistry.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -15,14 +14,9 @@ std::unique_ptr<QProject> QCliProject::open(QCliContext& context, const QString&
         context.fail(path, QStringLiteral("no such file"));
         return nullptr;
     }
-    registerTextElements();
-    if (withCheckers) {
-        if (!loadSyntaxDefinitions(QCoreApplication::applicationDirPath())) {
-            context.fail(QCoreApplication::applicationDirPath(),
-                         QStringLiteral("the vocabularies can't be read"));
-            return nullptr;
-        }
-        installSyntaxProcessors();
+    if (withCheckers && !QModelTables::checkers()) {
+        context.fail(QModelTables::dataDir(), QStringLiteral("the vocabularies can't be read"));
+        return nullptr;
     }
     // The command line keeps everything in memory: nothing of a project outlives the run.
     auto project = std::make_unique<QProject>(0, false);

@@ -4,7 +4,6 @@
 #include "QCliSndCommand.h"
 #include "QCommands.h"
 #include "QDefinitions.h"
-#include "QTextElementRegistry.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -49,7 +48,6 @@ bool resave(File& file, const QString& input, const QString& output, QString* pr
 template <typename Model>
 bool resaveModel(const QString& input, const QString& output, QString* problem)
 {
-    registerTextElements();
     Model model;
     return resave(model, input, output, problem);
 }
@@ -57,7 +55,6 @@ bool resaveModel(const QString& input, const QString& output, QString* problem)
 // Animations are read into the model bound to the AIR text, every action, frame and box recognised.
 bool resaveAnimations(const QString& input, const QString& output, QString* problem)
 {
-    registerTextElements();
     QAirDocument document;
     return resave(document.model, input, output, problem);
 }

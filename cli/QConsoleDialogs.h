@@ -13,9 +13,9 @@ class QConsoleDialogs : public QSilentDialogs
 public:
     explicit QConsoleDialogs(QTextStream& err);
 
-    Button message(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
-                   Buttons buttons, Button defaultButton) override;
-    QString item(QWidget*, const QString&, const QString&, const QStringList& items, int current) override;
+    Button message(QUserDialogs::Icon icon, const QString& title, const QString& text, Buttons buttons,
+                   Button defaultButton) override;
+    QString item(const QString&, const QString&, const QStringList& items, int current) override;
 
 private:
     QTextStream& err;

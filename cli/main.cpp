@@ -1,5 +1,6 @@
 #include "QCliApplication.h"
 #include "QConsoleDialogs.h"
+#include "QModelTables.h"
 
 #include <QCoreApplication>
 #include <cstdio>
@@ -13,6 +14,7 @@ int main(int argc, char** argv)
     QTextStream err(stderr);
     QConsoleDialogs dialogs(err);
     QUserDialogs::install(&dialogs);
+    QModelTables tables;
 
     QCliApplication cli;
     registerCliCommands(cli);

@@ -810,7 +810,7 @@ bool QAnimations::toFile(const QString& path)
 bool QAnimations::canSave(quint32)
 {
     if (!animations.isEmpty()) return true;
-    QUserDialogs::warning(nullptr, tr("Save AIR"),
+    QUserDialogs::warning(tr("Save AIR"),
                           tr("You can't save an empty AIR because M.U.G.E.N. will not open it."));
     return false;
 }
@@ -818,9 +818,9 @@ bool QAnimations::canSave(quint32)
 bool QAnimations::canDiscard()
 {
     if (!isModified()) return true;
-    return QUserDialogs::question(nullptr, tr("Discard changes"),
-                                  tr("Do you really want to discard the changes made in the animations?"),
-                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return QUserDialogs::question(
+               tr("Discard changes"), tr("Do you really want to discard the changes made in the animations?"),
+               QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No) == QUserDialogs::Yes;
 }
 
 bool QAnimations::isModified()

@@ -397,7 +397,7 @@ bool QSounds::canSave(quint32 version)
 {
     Q_UNUSED(version)
     if (!sounds.isEmpty()) return true;
-    QUserDialogs::warning(nullptr, tr("Save SND"),
+    QUserDialogs::warning(tr("Save SND"),
                           tr("You can't save an empty SND because M.U.G.E.N. will not open it."));
     return false;
 }
@@ -405,9 +405,9 @@ bool QSounds::canSave(quint32 version)
 bool QSounds::canDiscard()
 {
     if (!modified) return true;
-    return QUserDialogs::question(nullptr, tr("Discard changes"),
-                                  tr("Do you really want to discard the changes made in the sounds?"),
-                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return QUserDialogs::question(
+               tr("Discard changes"), tr("Do you really want to discard the changes made in the sounds?"),
+               QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No) == QUserDialogs::Yes;
 }
 
 void QSounds::check()

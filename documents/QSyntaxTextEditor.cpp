@@ -208,8 +208,9 @@ void QSyntaxTextEditor::clear()
 bool QSyntaxTextEditor::canClose()
 {
     if (!document->isModified() || filePath().isEmpty()) return true;
-    return QUserDialogs::question(nullptr, tr("Discard changes"), discardQuestion(),
-                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return QUserDialogs::question(tr("Discard changes"), discardQuestion(),
+                                  QUserDialogs::Yes | QUserDialogs::No,
+                                  QUserDialogs::No) == QUserDialogs::Yes;
 }
 
 bool QSyntaxTextEditor::acceptUnwritable(const QString& path, int codec,

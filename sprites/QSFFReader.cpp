@@ -114,8 +114,7 @@ void QSFFReader::linkError(int sprite, qint64 link, bool palette)
 {
     const QString text = palette ? QSprites::tr("%1(%2): Sprite incorrectly linked to the palette index %3")
                                  : QSprites::tr("%1(%2): Sprite incorrectly linked to the index %3");
-    QUserDialogs::critical(nullptr, QSprites::tr("Sprite loading error"),
-                           text.arg(name).arg(sprite).arg(link));
+    QUserDialogs::critical(QSprites::tr("Sprite loading error"), text.arg(name).arg(sprite).arg(link));
 }
 
 void QSFFReader::discard(QList<QSprite*>& loaded)
@@ -166,7 +165,7 @@ bool QSFFReader::read(QIODevice* device, const QString& fileName, bool copy)
         model->setVersion(version);
         ok = readVersion2(version, loaded);
     } else {
-        QUserDialogs::critical(nullptr, QSprites::tr("Sprite loading error"),
+        QUserDialogs::critical(QSprites::tr("Sprite loading error"),
                                QSprites::tr("%1(0): SFF version '%2.%3.%4.%5' not supported yet")
                                    .arg(name)
                                    .arg(version >> 24)

@@ -83,7 +83,7 @@ bool QSFFWriter::checkModel()
     for (uint i = 0; i < model->count(); ++i)
         if (!model->at(i)->hasImage()) {
             QUserDialogs::critical(
-                nullptr, QSprites::tr("Empty sprite!"),
+                QSprites::tr("Empty sprite!"),
                 QSprites::tr("The sprite at index %1 is empty. You can't save a SFF file with "
                              "an empty sprite.")
                     .arg(i + 1));
@@ -91,7 +91,7 @@ bool QSFFWriter::checkModel()
         }
     for (uint i = 0; i < model->paletteCount(); ++i)
         if (model->paletteAt(i)->isEmpty()) {
-            QUserDialogs::critical(nullptr, QSprites::tr("Empty palette!"),
+            QUserDialogs::critical(QSprites::tr("Empty palette!"),
                                    QSprites::tr("The palette at index %1 is empty. You can't save a SFF file "
                                                 "with an empty palette.")
                                        .arg(i + 1));
@@ -140,7 +140,7 @@ bool QSFFWriter::write(QIODevice* device, bool copy)
 
 bool QSFFWriter::saveError(int position, const QString& reason)
 {
-    QUserDialogs::critical(nullptr, QSprites::tr("Sprite saving error"),
+    QUserDialogs::critical(QSprites::tr("Sprite saving error"),
                            QSprites::tr("An error occurred when saving the sprite %1.\n").arg(position) +
                                reason);
     return false;

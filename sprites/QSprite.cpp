@@ -175,7 +175,7 @@ bool QSprite::setImage(const QImage& source, QSpriteShareMode shareMode, bool in
     if (!source.isNull() && source.format() != QImage::Format_Indexed8 &&
         paletteMode != QSpritePaletteMode::AdaptImage && model->version() < QSprites::Version_201)
         QUserDialogs::warning(
-            nullptr, tr("Warning!"),
+            tr("Warning!"),
             tr("The image to be set to the sprite %1, %2 (#%3) isn't color indexed.\nFor the "
                "current SFF version, the image will be converted to indexed with an optimized "
                "palette when you save the file.")

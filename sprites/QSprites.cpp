@@ -445,7 +445,7 @@ bool QSprites::canSave(quint32 version)
 {
     if (version == 0) version = sffVersion;
     if (spriteList.isEmpty()) {
-        QUserDialogs::warning(nullptr, tr("Save SFF"),
+        QUserDialogs::warning(tr("Save SFF"),
                               tr("You can't save an empty SFF because M.U.G.E.N. will not open it."));
         return false;
     }
@@ -457,7 +457,7 @@ bool QSprites::canSave(quint32 version)
         if (!indexed) return true;
     }
     if (paletteList.isEmpty()) {
-        QUserDialogs::warning(nullptr, tr("Save SFF"), tr("You can't save this SFF without palettes."));
+        QUserDialogs::warning(tr("Save SFF"), tr("You can't save this SFF without palettes."));
         return false;
     }
     return true;
@@ -467,9 +467,9 @@ bool QSprites::canDiscard()
 {
     if (!modified) return true;
     return QUserDialogs::question(
-               nullptr, tr("Discard changes"),
+               tr("Discard changes"),
                tr("Do you really want to discard the changes made in the sprites and/or palettes?"),
-               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+               QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No) == QUserDialogs::Yes;
 }
 
 const QList<QSubItem>& QSprites::requiredSprites()

@@ -1,33 +1,35 @@
 #include "QSilentDialogs.h"
 
-QUserDialogs::Button QSilentDialogs::message(QMessageBox::Icon, QWidget*, const QString&, const QString&,
-                                             Buttons, Button defaultButton)
+QUserDialogs::Button QSilentDialogs::message(Icon, const QString& title, const QString& text, Buttons,
+                                             Button defaultButton)
 {
     ++shown;
-    return defaultButton != QMessageBox::NoButton ? defaultButton : QMessageBox::Cancel;
+    if (kept.size() == 100) kept.removeFirst();
+    kept << title + QStringLiteral(": ") + text;
+    return defaultButton != NoButton ? defaultButton : Cancel;
 }
 
-QString QSilentDialogs::openFileName(QWidget*, const QString&, const QString&, const QString&, QString*)
+QString QSilentDialogs::openFileName(const QString&, const QString&, const QString&, QString*)
 {
     return QString();
 }
 
-QStringList QSilentDialogs::openFileNames(QWidget*, const QString&, const QString&, const QString&, QString*)
+QStringList QSilentDialogs::openFileNames(const QString&, const QString&, const QString&, QString*)
 {
     return QStringList();
 }
 
-QString QSilentDialogs::saveFileName(QWidget*, const QString&, const QString&, const QString&, QString*)
+QString QSilentDialogs::saveFileName(const QString&, const QString&, const QString&, QString*)
 {
     return QString();
 }
 
-QString QSilentDialogs::existingDirectory(QWidget*, const QString&, const QString&)
+QString QSilentDialogs::existingDirectory(const QString&, const QString&)
 {
     return QString();
 }
 
-QString QSilentDialogs::item(QWidget*, const QString&, const QString&, const QStringList&, int)
+QString QSilentDialogs::item(const QString&, const QString&, const QStringList&, int)
 {
     return QString();
 }

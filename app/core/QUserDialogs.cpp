@@ -1,6 +1,6 @@
 #include "QUserDialogs.h"
 
-#include "QWidgetDialogs.h"
+#include "QSilentDialogs.h"
 
 namespace {
 QUserDialogs* installed = nullptr;
@@ -11,7 +11,7 @@ QUserDialogs::~QUserDialogs() = default;
 QUserDialogs* QUserDialogs::instance()
 {
     if (installed) return installed;
-    static QWidgetDialogs fallback;
+    static QSilentDialogs fallback;
     return &fallback;
 }
 
@@ -20,55 +20,55 @@ void QUserDialogs::install(QUserDialogs* dialogs)
     installed = dialogs;
 }
 
-QUserDialogs::Button QUserDialogs::question(QWidget* parent, const QString& title, const QString& text,
-                                            Buttons buttons, Button defaultButton)
+QUserDialogs::Button QUserDialogs::question(const QString& title, const QString& text, Buttons buttons,
+                                            Button defaultButton)
 {
-    return instance()->message(QMessageBox::Question, parent, title, text, buttons, defaultButton);
+    return instance()->message(Question, title, text, buttons, defaultButton);
 }
 
-QUserDialogs::Button QUserDialogs::information(QWidget* parent, const QString& title, const QString& text,
-                                               Buttons buttons, Button defaultButton)
+QUserDialogs::Button QUserDialogs::information(const QString& title, const QString& text, Buttons buttons,
+                                               Button defaultButton)
 {
-    return instance()->message(QMessageBox::Information, parent, title, text, buttons, defaultButton);
+    return instance()->message(Information, title, text, buttons, defaultButton);
 }
 
-QUserDialogs::Button QUserDialogs::warning(QWidget* parent, const QString& title, const QString& text,
-                                           Buttons buttons, Button defaultButton)
+QUserDialogs::Button QUserDialogs::warning(const QString& title, const QString& text, Buttons buttons,
+                                           Button defaultButton)
 {
-    return instance()->message(QMessageBox::Warning, parent, title, text, buttons, defaultButton);
+    return instance()->message(Warning, title, text, buttons, defaultButton);
 }
 
-QUserDialogs::Button QUserDialogs::critical(QWidget* parent, const QString& title, const QString& text,
-                                            Buttons buttons, Button defaultButton)
+QUserDialogs::Button QUserDialogs::critical(const QString& title, const QString& text, Buttons buttons,
+                                            Button defaultButton)
 {
-    return instance()->message(QMessageBox::Critical, parent, title, text, buttons, defaultButton);
+    return instance()->message(Critical, title, text, buttons, defaultButton);
 }
 
-QString QUserDialogs::getOpenFileName(QWidget* parent, const QString& caption, const QString& dir,
-                                      const QString& filter, QString* selectedFilter)
+QString QUserDialogs::getOpenFileName(const QString& caption, const QString& dir, const QString& filter,
+                                      QString* selectedFilter)
 {
-    return instance()->openFileName(parent, caption, dir, filter, selectedFilter);
+    return instance()->openFileName(caption, dir, filter, selectedFilter);
 }
 
-QStringList QUserDialogs::getOpenFileNames(QWidget* parent, const QString& caption, const QString& dir,
-                                           const QString& filter, QString* selectedFilter)
+QStringList QUserDialogs::getOpenFileNames(const QString& caption, const QString& dir, const QString& filter,
+                                           QString* selectedFilter)
 {
-    return instance()->openFileNames(parent, caption, dir, filter, selectedFilter);
+    return instance()->openFileNames(caption, dir, filter, selectedFilter);
 }
 
-QString QUserDialogs::getSaveFileName(QWidget* parent, const QString& caption, const QString& dir,
-                                      const QString& filter, QString* selectedFilter)
+QString QUserDialogs::getSaveFileName(const QString& caption, const QString& dir, const QString& filter,
+                                      QString* selectedFilter)
 {
-    return instance()->saveFileName(parent, caption, dir, filter, selectedFilter);
+    return instance()->saveFileName(caption, dir, filter, selectedFilter);
 }
 
-QString QUserDialogs::getExistingDirectory(QWidget* parent, const QString& caption, const QString& dir)
+QString QUserDialogs::getExistingDirectory(const QString& caption, const QString& dir)
 {
-    return instance()->existingDirectory(parent, caption, dir);
+    return instance()->existingDirectory(caption, dir);
 }
 
-QString QUserDialogs::getItem(QWidget* parent, const QString& title, const QString& label,
-                              const QStringList& items, int current)
+QString QUserDialogs::getItem(const QString& title, const QString& label, const QStringList& items,
+                              int current)
 {
-    return instance()->item(parent, title, label, items, current);
+    return instance()->item(title, label, items, current);
 }

@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-QUserDialogs::Button QSampleDialogs::message(QMessageBox::Icon icon, QWidget* parent, const QString& title,
+QUserDialogs::Button QSampleDialogs::message(QUserDialogs::Icon icon, const QString& title,
                                              const QString& text, Buttons buttons, Button defaultButton)
 {
     std::fprintf(stderr, "tavrel-make-sample: %s: %s\n", qPrintable(title), qPrintable(text));
-    return QSilentDialogs::message(icon, parent, title, text, buttons, defaultButton);
+    return QSilentDialogs::message(icon, title, text, buttons, defaultButton);
 }

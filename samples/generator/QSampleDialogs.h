@@ -7,6 +7,6 @@
 class QSampleDialogs : public QSilentDialogs
 {
 public:
-    Button message(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
-                   Buttons buttons, Button defaultButton) override;
+    Button message(QUserDialogs::Icon icon, const QString& title, const QString& text, Buttons buttons,
+                   Button defaultButton) override;
 };

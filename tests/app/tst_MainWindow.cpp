@@ -91,12 +91,12 @@ private Q_SLOTS:
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("asked");
         QTest::addColumn<bool>("closed");
-        QTest::newRow("yes closes") << QStringLiteral("true") << int(QMessageBox::Yes) << true << true;
-        QTest::newRow("no keeps it open") << QStringLiteral("true") << int(QMessageBox::No) << true << false;
+        QTest::newRow("yes closes") << QStringLiteral("true") << int(QUserDialogs::Yes) << true << true;
+        QTest::newRow("no keeps it open") << QStringLiteral("true") << int(QUserDialogs::No) << true << false;
         QTest::newRow("escape keeps it open")
-            << QStringLiteral("true") << int(QMessageBox::Cancel) << true << false;
+            << QStringLiteral("true") << int(QUserDialogs::Cancel) << true << false;
         QTest::newRow("no question when off")
-            << QStringLiteral("false") << int(QMessageBox::No) << false << true;
+            << QStringLiteral("false") << int(QUserDialogs::No) << false << true;
     }
 
     void closeAsksWhenConfigured()
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QFETCH(bool, closed);
         (*mugenModel)[QStringLiteral("confirm_close")] = confirm;
         QDialogRecorder dialogs;
-        dialogs.answers.enqueue(QMessageBox::StandardButton(answer));
+        dialogs.answers.enqueue(QUserDialogs::Button(answer));
         MainWindow window;
         window.show();
         QCOMPARE(window.close(), closed);
@@ -116,8 +116,8 @@ private Q_SLOTS:
             const QDialogRecorder::Call& call = dialogs.calls.first();
             QCOMPARE(call.title, QStringLiteral("Close"));
             QCOMPARE(call.text, QStringLiteral("Do you really want to close Tavrel?"));
-            QCOMPARE(call.buttons, QUserDialogs::Buttons(QMessageBox::Yes | QMessageBox::No));
-            QCOMPARE(call.defaultButton, QMessageBox::No);
+            QCOMPARE(call.buttons, QUserDialogs::Buttons(QUserDialogs::Yes | QUserDialogs::No));
+            QCOMPARE(call.defaultButton, QUserDialogs::No);
         }
     }
 

@@ -517,7 +517,7 @@ void tst_Animations::projectFileAnswers()
     QCOMPARE(dialogs.calls.at(0).title, QStringLiteral("Save AIR"));
     QCOMPARE(dialogs.calls.at(0).text,
              QStringLiteral("You can't save an empty AIR because M.U.G.E.N. will not open it."));
-    QCOMPARE(dialogs.calls.at(0).icon, QMessageBox::Warning);
+    QCOMPARE(dialogs.calls.at(0).icon, QUserDialogs::Warning);
 
     QAirDocument document(action0 + QStringLiteral("0,0, 0,0, 1"));
     QVERIFY(document.model.canSave(0x1010000));
@@ -526,14 +526,14 @@ void tst_Animations::projectFileAnswers()
     QCOMPARE(dialogs.calls.size(), 1);
     firstFrame(document)->setTime(3);
     QVERIFY(document.model.isModified());
-    dialogs.answers.enqueue(QMessageBox::No);
+    dialogs.answers.enqueue(QUserDialogs::No);
     QVERIFY(!document.model.canDiscard());
     QCOMPARE(dialogs.calls.last().title, QStringLiteral("Discard changes"));
     QCOMPARE(dialogs.calls.last().text,
              QStringLiteral("Do you really want to discard the changes made in the animations?"));
-    QCOMPARE(dialogs.calls.last().buttons, QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(dialogs.calls.last().defaultButton, QMessageBox::No);
-    dialogs.answers.enqueue(QMessageBox::Yes);
+    QCOMPARE(dialogs.calls.last().buttons, QUserDialogs::Yes | QUserDialogs::No);
+    QCOMPARE(dialogs.calls.last().defaultButton, QUserDialogs::No);
+    dialogs.answers.enqueue(QUserDialogs::Yes);
     QVERIFY(document.model.canDiscard());
     QCOMPARE(document.model.fileType(), pftAnimations);
 }

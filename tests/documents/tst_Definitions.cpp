@@ -252,15 +252,15 @@ void tst_Definitions::canDiscardAsks()
     QVERIFY(definitions.canDiscard());
     QVERIFY(dialogs.calls.isEmpty());
     type(definitions, 0, QStringLiteral(";"));
-    dialogs.answers.enqueue(QMessageBox::No);
+    dialogs.answers.enqueue(QUserDialogs::No);
     QVERIFY(!definitions.canDiscard());
-    dialogs.answers.enqueue(QMessageBox::Yes);
+    dialogs.answers.enqueue(QUserDialogs::Yes);
     QVERIFY(definitions.canDiscard());
     QCOMPARE(dialogs.calls.size(), 2);
     QCOMPARE(dialogs.calls.at(0).title, QStringLiteral("Discard changes"));
     QCOMPARE(dialogs.calls.at(0).text,
              QStringLiteral("Do you really want to discard the changes made in the definitions?"));
-    QCOMPARE(dialogs.calls.at(0).defaultButton, QMessageBox::No);
+    QCOMPARE(dialogs.calls.at(0).defaultButton, QUserDialogs::No);
 }
 
 void tst_Definitions::realFiles_data()

@@ -442,12 +442,12 @@ private Q_SLOTS:
         sounds.add(1, 1, "x");
         QVERIFY(sounds.canSave(0));
         QVERIFY(sounds.isModified());
-        recorder.answers.enqueue(QMessageBox::No);
+        recorder.answers.enqueue(QUserDialogs::No);
         QVERIFY(!sounds.canDiscard());
         QCOMPARE(recorder.calls.last().title, QStringLiteral("Discard changes"));
         QCOMPARE(recorder.calls.last().text,
                  QStringLiteral("Do you really want to discard the changes made in the sounds?"));
-        recorder.answers.enqueue(QMessageBox::Yes);
+        recorder.answers.enqueue(QUserDialogs::Yes);
         QVERIFY(sounds.canDiscard());
         QCOMPARE(sounds.data(sounds.index(0), Qt::DisplayRole).toString(), QStringLiteral("1, 1"));
     }

@@ -141,7 +141,7 @@ void tst_SffFiles::version1_links()
              QStringList{QStringLiteral("Sprite loading error | %1(2): Sprite incorrectly "
                                         "linked to the index 7")
                              .arg(path)});
-    QCOMPARE(recorder.calls.first().icon, QMessageBox::Critical);
+    QCOMPARE(recorder.calls.first().icon, QUserDialogs::Critical);
     QCOMPARE(sprites.count(), 4u);
     QCOMPARE(sprites.at(1)->imageRecord(), sprites.at(0)->imageRecord());
     QCOMPARE(sprites.at(1)->palette(), sprites.at(0)->palette());

@@ -438,7 +438,7 @@ void tst_SpriteModel::canSave()
     if (!box.isEmpty()) {
         QCOMPARE(recorder.calls.at(0).title, QStringLiteral("Save SFF"));
         QCOMPARE(recorder.calls.at(0).text, box);
-        QCOMPARE(recorder.calls.at(0).icon, QMessageBox::Warning);
+        QCOMPARE(recorder.calls.at(0).icon, QUserDialogs::Warning);
     }
 }
 
@@ -449,15 +449,15 @@ void tst_SpriteModel::canDiscard()
     QVERIFY(sprites.canDiscard());
     QVERIFY(recorder.calls.isEmpty());
     sprites.add();
-    recorder.answers << QMessageBox::No << QMessageBox::Yes;
+    recorder.answers << QUserDialogs::No << QUserDialogs::Yes;
     QVERIFY(!sprites.canDiscard());
     QVERIFY(sprites.canDiscard());
     QCOMPARE(recorder.calls.at(0).title, QStringLiteral("Discard changes"));
     QCOMPARE(
         recorder.calls.at(0).text,
         QStringLiteral("Do you really want to discard the changes made in the sprites and/or palettes?"));
-    QCOMPARE(recorder.calls.at(0).defaultButton, QMessageBox::No);
-    QCOMPARE(recorder.calls.at(0).buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(recorder.calls.at(0).defaultButton, QUserDialogs::No);
+    QCOMPARE(recorder.calls.at(0).buttons, QUserDialogs::Yes | QUserDialogs::No);
 }
 
 void tst_SpriteModel::undoRedo()

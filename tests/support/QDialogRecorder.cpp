@@ -10,7 +10,7 @@ QDialogRecorder::~QDialogRecorder()
     QUserDialogs::install(previous);
 }
 
-QUserDialogs::Button QDialogRecorder::message(QMessageBox::Icon icon, QWidget*, const QString& title,
+QUserDialogs::Button QDialogRecorder::message(QUserDialogs::Icon icon, const QString& title,
                                               const QString& text, Buttons buttons, Button defaultButton)
 {
     Call call;
@@ -22,7 +22,7 @@ QUserDialogs::Button QDialogRecorder::message(QMessageBox::Icon icon, QWidget*, 
     call.defaultButton = defaultButton;
     calls << call;
     if (!answers.isEmpty()) return answers.dequeue();
-    return defaultButton != QMessageBox::NoButton ? defaultButton : QMessageBox::Cancel;
+    return defaultButton != QUserDialogs::NoButton ? defaultButton : QUserDialogs::Cancel;
 }
 
 QStringList QDialogRecorder::nextFiles(const QString& kind, const QString& caption, const QString& dir,
@@ -37,30 +37,30 @@ QStringList QDialogRecorder::nextFiles(const QString& kind, const QString& capti
     return fileAnswers.isEmpty() ? QStringList() : fileAnswers.dequeue();
 }
 
-QString QDialogRecorder::openFileName(QWidget*, const QString& caption, const QString& dir,
-                                      const QString& filter, QString*)
+QString QDialogRecorder::openFileName(const QString& caption, const QString& dir, const QString& filter,
+                                      QString*)
 {
     return nextFiles(QStringLiteral("open"), caption, dir, filter).value(0);
 }
 
-QStringList QDialogRecorder::openFileNames(QWidget*, const QString& caption, const QString& dir,
-                                           const QString& filter, QString*)
+QStringList QDialogRecorder::openFileNames(const QString& caption, const QString& dir, const QString& filter,
+                                           QString*)
 {
     return nextFiles(QStringLiteral("openMany"), caption, dir, filter);
 }
 
-QString QDialogRecorder::saveFileName(QWidget*, const QString& caption, const QString& dir,
-                                      const QString& filter, QString*)
+QString QDialogRecorder::saveFileName(const QString& caption, const QString& dir, const QString& filter,
+                                      QString*)
 {
     return nextFiles(QStringLiteral("save"), caption, dir, filter).value(0);
 }
 
-QString QDialogRecorder::existingDirectory(QWidget*, const QString& caption, const QString& dir)
+QString QDialogRecorder::existingDirectory(const QString& caption, const QString& dir)
 {
     return nextFiles(QStringLiteral("directory"), caption, dir, QString()).value(0);
 }
 
-QString QDialogRecorder::item(QWidget*, const QString& title, const QString& label, const QStringList&, int)
+QString QDialogRecorder::item(const QString& title, const QString& label, const QStringList&, int)
 {
     return nextFiles(QStringLiteral("item"), title, QString(), label).value(0);
 }

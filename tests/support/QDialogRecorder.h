@@ -14,11 +14,11 @@ public:
     struct Call
     {
         QString kind; // "message", "open", "openMany", "save", "directory", "item"
-        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QUserDialogs::Icon icon = QUserDialogs::NoIcon;
         QString title;
         QString text; // the box text, or the file dialog's filter
         Buttons buttons;
-        Button defaultButton = QMessageBox::NoButton;
+        Button defaultButton = QUserDialogs::NoButton;
         QString dir;
     };
 
@@ -29,18 +29,17 @@ public:
     QQueue<Button> answers;
     QQueue<QStringList> fileAnswers;
 
-    Button message(QMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
-                   Buttons buttons, Button defaultButton) override;
-    QString openFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
+    Button message(QUserDialogs::Icon icon, const QString& title, const QString& text, Buttons buttons,
+                   Button defaultButton) override;
+    QString openFileName(const QString& caption, const QString& dir, const QString& filter,
                          QString* selectedFilter) override;
-    QStringList openFileNames(QWidget* parent, const QString& caption, const QString& dir,
-                              const QString& filter, QString* selectedFilter) override;
-    QString saveFileName(QWidget* parent, const QString& caption, const QString& dir, const QString& filter,
+    QStringList openFileNames(const QString& caption, const QString& dir, const QString& filter,
+                              QString* selectedFilter) override;
+    QString saveFileName(const QString& caption, const QString& dir, const QString& filter,
                          QString* selectedFilter) override;
-    QString existingDirectory(QWidget* parent, const QString& caption, const QString& dir) override;
+    QString existingDirectory(const QString& caption, const QString& dir) override;
     // Recorded as kind "item" with the label as text; answered from fileAnswers like a file dialog.
-    QString item(QWidget* parent, const QString& title, const QString& label, const QStringList& items,
-                 int current) override;
+    QString item(const QString& title, const QString& label, const QStringList& items, int current) override;
 
 private:
     QStringList nextFiles(const QString& kind, const QString& caption, const QString& dir,

@@ -17,7 +17,7 @@
 #include <QTest>
 #include <QTextCodec>
 
-Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+Q_DECLARE_METATYPE(QUserDialogs::Button)
 
 namespace {
 
@@ -492,22 +492,22 @@ private slots:
     {
         QTest::addColumn<bool>("modified");
         QTest::addColumn<bool>("named");
-        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::addColumn<QUserDialogs::Button>("answer");
         QTest::addColumn<bool>("asked");
         QTest::addColumn<bool>("closes");
 
-        QTest::newRow("unmodified") << false << true << QMessageBox::No << false << true;
-        QTest::newRow("modified without a name") << true << false << QMessageBox::No << false << true;
-        QTest::newRow("modified, Yes") << true << true << QMessageBox::Yes << true << true;
-        QTest::newRow("modified, No") << true << true << QMessageBox::No << true << false;
-        QTest::newRow("modified, Cancel") << true << true << QMessageBox::Cancel << true << false;
+        QTest::newRow("unmodified") << false << true << QUserDialogs::No << false << true;
+        QTest::newRow("modified without a name") << true << false << QUserDialogs::No << false << true;
+        QTest::newRow("modified, Yes") << true << true << QUserDialogs::Yes << true << true;
+        QTest::newRow("modified, No") << true << true << QUserDialogs::No << true << false;
+        QTest::newRow("modified, Cancel") << true << true << QUserDialogs::Cancel << true << false;
     }
 
     void canClose()
     {
         QFETCH(bool, modified);
         QFETCH(bool, named);
-        QFETCH(QMessageBox::StandardButton, answer);
+        QFETCH(QUserDialogs::Button, answer);
         QFETCH(bool, asked);
         QFETCH(bool, closes);
 
@@ -523,11 +523,11 @@ private slots:
             QCOMPARE(recorder.calls.size(), asked ? 1 : 0);
             if (!asked) continue;
             const QDialogRecorder::Call& call = recorder.calls.first();
-            QCOMPARE(call.icon, QMessageBox::Question);
+            QCOMPARE(call.icon, QUserDialogs::Question);
             QCOMPARE(call.title, QStringLiteral("Discard changes"));
             QCOMPARE(call.text, QStringLiteral("Do you really want to discard the changes made in kfm.cns?"));
-            QCOMPARE(call.buttons, QDialogRecorder::Buttons(QMessageBox::Yes | QMessageBox::No));
-            QCOMPARE(call.defaultButton, QMessageBox::No);
+            QCOMPARE(call.buttons, QDialogRecorder::Buttons(QUserDialogs::Yes | QUserDialogs::No));
+            QCOMPARE(call.defaultButton, QUserDialogs::No);
         }
     }
 

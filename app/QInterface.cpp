@@ -1,7 +1,10 @@
 #include "QInterface.h"
 
+#include "ErrorDlg.h"
 #include "MainWindow.h"
+#include "QAnimations.h"
 #include "QColorsetManager.h"
+#include "QCommands.h"
 #include "QDefinitions.h"
 #include "QHandOff.h"
 #include "QIconsetManager.h"
@@ -13,10 +16,12 @@
 #include "QRGBPalette.h"
 #include "QSFFFormat.h"
 #include "QSingleInstance.h"
+#include "QSounds.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
 #include "QStylesheetManager.h"
 #include "QSyntaxFormats.h"
+#include "QSyntaxTextEditor.h"
 #include "QTrace.h"
 #include "QUserDialogs.h"
 
@@ -56,7 +61,9 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     projectLabel = new QLabel(window);
     issueButton = new QToolButton(window);
     issueButton->setAutoRaise(true);
+    issueButton->setObjectName(QStringLiteral("issueButton"));
     issueButton->setIcon(QIcon(QStringLiteral(":/imgs/Imgs/ok.png")));
+    connect(issueButton, &QToolButton::clicked, this, &QInterface::fileCheck);
     window->statusBar()->addWidget(issueButton);
     window->statusBar()->addWidget(projectLabel, 1);
 }
@@ -113,6 +120,9 @@ void QInterface::connectProject(QProject* project)
     connect(project, &QProject::spritesVersionToSave, this, &QInterface::spritesVersionToSave);
     connect(project, &QProject::nameChanged, this, &QInterface::changeTabName);
     connect(project, &QProject::charPalette, this, &QInterface::charPalette);
+    connect(project->messageList(), &QMessageList::updated, this, [this, project]() {
+        if (project == current) updateErrorStatus();
+    });
 }
 
 void QInterface::addProject(QProject* project)
@@ -121,6 +131,7 @@ void QInterface::addProject(QProject* project)
     const int tab = projectTabs->addTab(project->displayName());
     projectTabs->setCurrentIndex(tab);
     current = project;
+    updateErrorStatus();
 }
 
 void QInterface::newProject()
@@ -171,6 +182,40 @@ bool QInterface::closeProject(int index)
 void QInterface::projTabsChanged(int index)
 {
     current = projects.value(index);
+    updateErrorStatus();
+    if (issues) issues->setList(current ? current->messageList() : nullptr);
+}
+
+void QInterface::updateErrorStatus()
+{
+    QMessageList* list = current ? current->messageList() : nullptr;
+    const int errors = list ? list->count(0) : 0;
+    const int warnings = list ? list->count(1) : 0;
+    if (errors > 0) {
+        issueButton->setIcon(QIcon(QStringLiteral(":/imgs/Imgs/error.png")));
+        issueButton->setToolTip(tr("%n error(s) found!", nullptr, errors));
+    } else if (warnings > 0) {
+        issueButton->setIcon(QIcon(QStringLiteral(":/imgs/Imgs/warn.png")));
+        issueButton->setToolTip(tr("%n warnings found!", nullptr, warnings));
+    } else {
+        issueButton->setIcon(QIcon(QStringLiteral(":/imgs/Imgs/ok.png")));
+        issueButton->setToolTip(tr("No issues found!"));
+    }
+}
+
+void QInterface::fileCheck()
+{
+    if (!current) return;
+    current->check();
+    if (!issues) {
+        issues = new ErrorDlg(window);
+        issues->setObjectName(QStringLiteral("issues"));
+        connect(issues, &ErrorDlg::navigate, this, &QInterface::navigateTo);
+    }
+    issues->setList(current->messageList());
+    issues->show();
+    issues->raise();
+    issues->activateWindow();
 }
 
 void QInterface::projTabsMoved(int from, int to)
@@ -289,6 +334,63 @@ void QInterface::openLooseFile(QProjectFileType kind, const QString& path)
 {
     static const char* const names[] = {"def", "sff", "air", "cmd", "cns", "snd"};
     QTrace::write(QStringLiteral("open"), QLatin1String(names[kind]) + QLatin1Char(' ') + path);
+    const uint codepage = (*mugenModel)[QStringLiteral("default_codepage")].toUInt();
+    // A file goes into the current project when that project has no such file yet; else it gets a
+    // project of its own, so that nothing the user has open is replaced.
+    bool occupied = false;
+    switch (kind) {
+    case pftSprites:
+        occupied = !current->sprites()->isEmpty() || current->sprites()->isModified();
+        break;
+    case pftAnimations:
+        occupied = !current->animations()->isEmpty();
+        break;
+    case pftCommands:
+        occupied = !current->commands()->isEmpty();
+        break;
+    case pftStates:
+        occupied = current->statesCount() > 0;
+        break;
+    case pftSounds:
+        occupied = !current->sounds()->isEmpty();
+        break;
+    default:
+        return;
+    }
+    const bool fresh = occupied;
+    if (fresh) newProject(false);
+    QProject* project = current;
+    bool loaded = false;
+    switch (kind) {
+    case pftSprites:
+        // Loaded as a copy: the sprite file's own path is not kept, so a save asks where to write.
+        loaded = project->sprites()->fromFile(path, true);
+        break;
+    case pftAnimations:
+        loaded = project->animations()->fromFile(path, int(codepage));
+        break;
+    case pftCommands:
+        loaded = project->commands()->fromFile(path, codepage);
+        break;
+    case pftStates: {
+        QSyntaxTextEditor* states = project->addStatesFile(QString());
+        states->setObjectName(path);
+        loaded = states->fromFile(path, codepage);
+        if (!loaded) project->removeStatesFile(project->statesCount() - 1);
+        break;
+    }
+    case pftSounds:
+        loaded = project->sounds()->fromFile(path);
+        break;
+    default:
+        break;
+    }
+    QTrace::write(QStringLiteral("loaded"),
+                  QLatin1String(names[kind]) +
+                      (loaded ? QStringLiteral(" ok ") : QStringLiteral(" failed ")) + path);
+    if (loaded) return;
+    QUserDialogs::warning(tr("Open"), tr("The file %1 can't be opened.").arg(QDir::toNativeSeparators(path)));
+    if (fresh && project->isEmpty()) closeProject(projects.indexOf(project));
 }
 
 void QInterface::fileChanged(const QString& path)
@@ -345,7 +447,7 @@ void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int
 
 void QInterface::retranslate()
 {
-    issueButton->setToolTip(tr("No issues found!"));
+    updateErrorStatus();
     if (appearanceMenu) appearanceMenu->setTitle(tr("Appearance"));
 }
 

@@ -5,6 +5,7 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 
+class ErrorDlg;
 class MainWindow;
 class QProject;
 class QRGBPal;
@@ -37,6 +38,8 @@ public:
     // Closes the project of a tab when it may be closed; the last one closed leaves a new empty one.
     bool closeProject(int index);
     int currentEditor() const { return editorNumber; }
+    QToolButton* issueStatus() const { return issueButton; }
+    ErrorDlg* issueDialog() const { return issues; }
 
     // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
     // skipped without a word.
@@ -61,6 +64,10 @@ public Q_SLOTS:
     void projTabsClosed(int index);
     void navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex);
     void retranslate();
+    // Shows the error and warning counts of the current project on the issue button.
+    void updateErrorStatus();
+    // Checks every file of the current project and shows its issues.
+    void fileCheck();
 
 private:
     void readHandOff();
@@ -83,6 +90,7 @@ private:
     QStackedLayout* workspaces;
     QLabel* projectLabel;
     QToolButton* issueButton;
+    ErrorDlg* issues = nullptr;
     QMenu* appearanceMenu = nullptr;
     QFileSystemWatcher handOffWatcher;
     QString handOffPath;

@@ -1,5 +1,7 @@
 #include "QMediaSoundPlayer.h"
 
+#include "QMediaBackend.h"
+
 #include <QAudioOutput>
 #include <QMediaPlayer>
 #include <QUrl>
@@ -11,6 +13,12 @@ QMediaSoundPlayer::QMediaSoundPlayer(QObject* parent)
     connect(media, &QMediaPlayer::mediaStatusChanged, this, [this](QMediaPlayer::MediaStatus status) {
         if (status == QMediaPlayer::EndOfMedia || status == QMediaPlayer::InvalidMedia) active = false;
     });
+    connect(media, &QMediaPlayer::errorOccurred, this, [this](QMediaPlayer::Error, const QString& text) {
+        if (!active) return;
+        active = false;
+        problem = text;
+        emit failed(text);
+    });
 }
 
 QMediaSoundPlayer::~QMediaSoundPlayer()
@@ -21,10 +29,14 @@ QMediaSoundPlayer::~QMediaSoundPlayer()
 bool QMediaSoundPlayer::load(const QByteArray& wav, bool loop)
 {
     stop();
-    if (wav.isEmpty()) return false;
+    if (wav.isEmpty()) {
+        problem = tr("the sound has no bytes.");
+        return false;
+    }
     data = wav;
     buffer.setData(data);
     if (!buffer.open(QIODevice::ReadOnly)) {
+        problem = buffer.errorString();
         data = QByteArray();
         return false;
     }
@@ -59,5 +71,8 @@ bool QMediaSoundPlayer::isLooping() const
 
 void QMediaSoundPlayer::install()
 {
-    setFactory([](QObject* parent) -> QSoundPlayer* { return new QMediaSoundPlayer(parent); });
+    setFactory([](QObject* parent, QString* error) -> QSoundPlayer* {
+        if (!QMediaBackend::ready(error)) return nullptr;
+        return new QMediaSoundPlayer(parent);
+    });
 }

@@ -8,7 +8,8 @@ class QAudioOutput;
 class QMediaPlayer;
 
 // The desktop program's sound player: Qt Multimedia plays the WAV bytes straight from memory through
-// the default audio output. install() makes every sound model made afterwards use it.
+// the default audio output. install() makes every sound model use it from its first play on, once
+// QMediaBackend has found a back end that works; construct one directly only after that.
 class QMediaSoundPlayer : public QSoundPlayer
 {
     Q_OBJECT

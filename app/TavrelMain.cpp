@@ -9,6 +9,7 @@
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
 #include "QPresetManager.h"
+#include "QQuitSignals.h"
 #include "QSingleInstance.h"
 #include "QStylesheetManager.h"
 #include "QSyntaxFormats.h"
@@ -82,6 +83,7 @@ int runEditor(QApplication& app)
     // The splash stays for a fixed second on purpose, so that it can be seen at all.
     QThread::msleep(1000);
     MainWindow window;
+    QQuitSignals quitSignals([&window]() { window.close(); });
     window.show();
     delete splash;
     QTrace::write(QStringLiteral("window"), QStringLiteral("shown"));

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char Signature[] = "ElecbyteSnd"; // with its NUL: 12 bytes
@@ -31,20 +33,25 @@ bool QSNDReader::fail(const QString& message)
     return false;
 }
 
-bool QSNDReader::readBytes(qint64 size, QByteArray* bytes)
+qint64 QSNDReader::readUpTo(qint64 size, QByteArray* bytes)
 {
     bytes->clear();
-    if (size <= 0) return true;
-    // A device that knows its size is asked first, so that a lying size is refused before anything is
-    // read; other devices are read in steps until they run dry.
-    if (!device->isSequential() && device->size() - device->pos() < size) return false;
+    if (size <= 0) return 0;
+    // A device that knows its size gives no more than it holds, so that a lying size never allocates
+    // more than arrives; other devices are read in steps until they run dry.
+    if (!device->isSequential()) size = std::min(size, std::max<qint64>(0, device->size() - device->pos()));
     while (bytes->size() < size) {
         const QByteArray chunk = device->read(std::min(ReadStep, size - bytes->size()));
-        if (chunk.isEmpty()) return false;
+        if (chunk.isEmpty()) break;
         bytes->append(chunk);
     }
-    pos += size;
-    return true;
+    pos += bytes->size();
+    return bytes->size();
+}
+
+void QSNDReader::warn(quint32 sound, const QString& text)
+{
+    notes.append(Warning{sound, text});
 }
 
 bool QSNDReader::readHeader()
@@ -69,10 +76,15 @@ bool QSNDReader::readRecord(QSNDRecord* record)
     const qint64 start = pos;
     const QByteArray head = device->read(RecordHeaderSize);
     pos += head.size();
-    if (head.isEmpty())
-        return fail(tr("The file ends after %1 of its %2 sounds.").arg(number).arg(soundCount));
-    if (head.size() < RecordHeaderSize)
-        return fail(tr("The file ends inside the record of sound #%1.").arg(number));
+    // The engine reads what a file has; a file that stops early keeps the sounds before the stop.
+    if (head.size() < RecordHeaderSize) {
+        const quint32 last = number > 0 ? number - 1 : 0;
+        if (head.isEmpty())
+            warn(last, tr("The file ends after %1 of its %2 sounds.").arg(number).arg(soundCount));
+        else
+            warn(last, tr("The file ends inside the record of sound #%1, which is left out.").arg(number));
+        return false;
+    }
     const quint32 next = word(head, 0);
     const quint32 size = word(head, 4);
     record->group = word(head, 8);
@@ -82,15 +94,22 @@ bool QSNDReader::readRecord(QSNDRecord* record)
         qint64 length = size;
         if (next != 0) {
             if (qint64(next) < pos)
-                return fail(tr("The record of sound #%1 at %2 names %3 as the next record, which lies behind "
-                               "it.")
-                                .arg(number)
-                                .arg(start)
-                                .arg(next));
-            length = qint64(next) - pos;
+                warn(number,
+                     tr("The record of sound #%1 at %2 names %3 as the next record, which lies behind "
+                        "it; its stated size of %4 bytes is read.")
+                         .arg(number)
+                         .arg(start)
+                         .arg(next)
+                         .arg(size));
+            else
+                length = qint64(next) - pos;
         }
-        if (!readBytes(length, &record->bytes))
-            return fail(tr("The sample of sound #%1 runs past the end of the file.").arg(number));
+        if (readUpTo(length, &record->bytes) < length)
+            warn(number,
+                 tr("The sample of sound #%1 runs past the end of the file: %2 of its %3 bytes are there.")
+                     .arg(number)
+                     .arg(record->bytes.size())
+                     .arg(length));
     }
     ++index;
     return true;
@@ -99,12 +118,14 @@ bool QSNDReader::readRecord(QSNDRecord* record)
 bool QSNDReader::readAll(QIODevice* device, QList<QSNDRecord>* records, QString* error)
 {
     QSNDReader reader(device);
-    bool ok = reader.readHeader();
-    for (quint32 i = 0; ok && i < reader.count(); ++i) {
-        QSNDRecord record;
-        ok = reader.readRecord(&record);
-        if (ok) records->append(record);
+    if (!reader.readHeader()) {
+        if (error) *error = reader.errorString();
+        return false;
     }
-    if (!ok && error) *error = reader.errorString();
-    return ok;
+    for (quint32 i = 0; i < reader.count(); ++i) {
+        QSNDRecord record;
+        if (!reader.readRecord(&record)) break;
+        records->append(record);
+    }
+    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "QSNDRecord.h"
 
+#include <QList>
 #include <QString>
 
 class QIODevice;
@@ -13,9 +14,11 @@ class QIODevice;
 // record's sample runs up to the position its next-record field names, which also swallows the gaps
 // that some tools leave between records; a field of 0 falls back to the stated size.
 //
-// Hostile files are refused with a reason rather than trusted: a record or sample that runs past the
-// end, or a next-record field that points back into the record, ends the read. Nothing is allocated
-// for a sample before the device is known to hold it, so a huge count or size costs nothing.
+// Past the header, a file is read as far as it goes, as the engine does: a sample that runs past the
+// end is cut short, a next-record field that points back into the record falls back to the stated
+// size, and a file that stops before its count keeps the sounds before the stop. Each of these leaves
+// a warning. Nothing is allocated for a sample beyond what the device holds, so a huge count or size
+// costs nothing.
 class QSNDReader
 {
 public:
@@ -27,11 +30,19 @@ public:
     // Reads the 512 bytes of header; false with errorString() when they are short or the signature is
     // wrong.
     bool readHeader();
-    // Reads the next record; false with errorString() when the file can't hold it.
+    // Reads the next record; false when the file has stopped before it (with a warning).
     bool readRecord(QSNDRecord* record);
 
-    // Reads a whole file; false with the reason in error. records has what was read before a failure.
+    // Reads a whole file; false only when its header is wrong, with the reason in error.
     static bool readAll(QIODevice* device, QList<QSNDRecord>* records, QString* error = nullptr);
+
+    // Something read in a way the file did not quite state, at the sound it concerns.
+    struct Warning
+    {
+        quint32 sound;
+        QString text;
+    };
+    const QList<Warning>& warnings() const { return notes; }
 
     quint32 count() const { return soundCount; }
     quint32 version() const { return fileVersion; }
@@ -42,9 +53,11 @@ public:
     QString errorString() const { return error; }
 
 private:
-    // Reads exactly size bytes in steps, so that a lying size never allocates more than arrives.
-    bool readBytes(qint64 size, QByteArray* bytes);
+    // Reads up to size bytes in steps, so that a lying size never allocates more than arrives; answers
+    // how many came.
+    qint64 readUpTo(qint64 size, QByteArray* bytes);
     bool fail(const QString& message);
+    void warn(quint32 sound, const QString& text);
 
     QIODevice* device;
     qint64 pos = 0;
@@ -54,4 +67,5 @@ private:
     quint32 index = 0;
     QByteArray text;
     QString error;
+    QList<Warning> notes;
 };

@@ -10,11 +10,9 @@ QSoundPlayer::QSoundPlayer(QObject* parent) : QObject(parent) {}
 
 QSoundPlayer::~QSoundPlayer() = default;
 
-QSoundPlayer* QSoundPlayer::create(QObject* parent)
+QSoundPlayer* QSoundPlayer::create(QObject* parent, QString* error)
 {
-    if (installedFactory) {
-        if (QSoundPlayer* player = installedFactory(parent)) return player;
-    }
+    if (installedFactory) return installedFactory(parent, error);
     return new QSilentSoundPlayer(parent);
 }
 

@@ -33,8 +33,7 @@ QSounds::QSounds(QProjectContext* project, QObject* parent)
 
 QSounds::QSounds(QProjectContext* project, uint cacheType, bool cacheCompression, QObject* parent)
     : QOrganizableObject(parent), QProjectFile(pftSounds, project),
-      streamCache(QStringLiteral("tavrel_sounds_XXXXXX.cache"), cacheType, cacheCompression),
-      player(QSoundPlayer::create(this))
+      streamCache(QStringLiteral("tavrel_sounds_XXXXXX.cache"), cacheType, cacheCompression)
 {
     undo.setUndoLimit(int(numberSetting("undo_limit", 64)));
     stopTimer.setSingleShot(true);
@@ -265,11 +264,7 @@ bool QSounds::read(QIODevice* device)
     if (ok) emit progress(0, reader.count(), allow);
     for (quint32 i = 0; ok && allow && i < reader.count(); ++i) {
         QSNDRecord record;
-        if (!reader.readRecord(&record)) {
-            error = reader.errorString();
-            ok = false;
-            break;
-        }
+        if (!reader.readRecord(&record)) break;
         auto* sound = new QSound;
         sound->group = record.group;
         sound->sample = record.sample;
@@ -278,6 +273,9 @@ bool QSounds::read(QIODevice* device)
         loaded.append(sound);
         emit progress(i + 1, reader.count(), allow);
     }
+    loadNotes.clear();
+    for (const QSNDReader::Warning& warning : reader.warnings())
+        loadNotes.append({int(warning.sound), warning.text});
     if (ok && !allow) {
         error = tr("The load was stopped.");
         ok = false;
@@ -315,6 +313,8 @@ bool QSounds::write(QIODevice* device)
         emit progress(i + 1, count(), allow);
     }
     if (!ok) error = writer.errorString();
+    // What was written is a well-formed file: the notes about how the old one was read are over.
+    if (ok && allow) loadNotes.clear();
     if (ok && !allow) {
         error = tr("The save was stopped.");
         ok = false;
@@ -364,29 +364,55 @@ void QSounds::play(uint index, bool loop)
     stop();
     const QSound* sound = at(index);
     if (!sound || !sound->data) return;
+    if (!ensurePlayer()) return;
     playing = streamCache.decoded(sound->data);
     if (!player->play(playing, loop)) {
         playing = QByteArray();
+        QUserDialogs::warning(tr("Play sound"), tr("The sound %1, %2 can't be played: %3")
+                                                    .arg(sound->group)
+                                                    .arg(sound->sample)
+                                                    .arg(player->errorString()));
         return;
     }
     if (!loop) stopTimer.start(int(std::lround(double(sound->info.duration) * 1000.0)) + 1000);
 }
 
+bool QSounds::ensurePlayer()
+{
+    if (player) return true;
+    // Made on the first play only: an audio back end that is missing or broken must never keep a
+    // project from opening, and asking for it costs a look at the system.
+    QString reason;
+    player = QSoundPlayer::create(this, &reason);
+    if (!player) {
+        QUserDialogs::warning(tr("Play sound"),
+                              tr("Sounds can't be played on this computer.\n%1").arg(reason));
+        return false;
+    }
+    connect(player, &QSoundPlayer::failed, this, [this](const QString& why) {
+        stopTimer.stop();
+        playing = QByteArray();
+        QUserDialogs::warning(tr("Play sound"), tr("Playing stopped: %1").arg(why));
+        emit stopped();
+    });
+    return true;
+}
+
 void QSounds::stop()
 {
     stopTimer.stop();
-    player->stop();
+    if (player) player->stop();
     playing = QByteArray();
 }
 
 bool QSounds::isPlaying() const
 {
-    return player->isPlaying();
+    return player && player->isPlaying();
 }
 
 void QSounds::stopTimerFired()
 {
-    player->stop();
+    if (player) player->stop();
     playing = QByteArray();
     emit stopped();
 }
@@ -430,6 +456,9 @@ void QSounds::check()
                       i);
         earlier.append(i);
     }
+    // How the file was read stays in the list until the sounds are written in a form that needs none.
+    for (const auto& note : std::as_const(loadNotes))
+        list->add(1, note.second, note.first);
     list->end();
 }
 

@@ -84,6 +84,7 @@ public:
     void play(uint index, bool loop = false);
     void stop();
     bool isPlaying() const;
+    // The player, made when a sound is first played; nullptr before that or when none can be made.
     QSoundPlayer* soundPlayer() const { return player; }
     // The bytes that play now; they stay unchanged until the next stop.
     const QByteArray& playingBytes() const { return playing; }
@@ -120,6 +121,7 @@ private:
     void release(QStreamCacheItem* item);
     void removeAll();
     void stopTimerFired();
+    bool ensurePlayer();
 
     bool undoEnabled = true;
     QList<QSound*> sounds;
@@ -127,7 +129,7 @@ private:
     QHash<QStreamCacheItem*, int> uses;
     QString path;
     QUndoStack undo;
-    QSoundPlayer* player;
+    QSoundPlayer* player = nullptr;
     QByteArray playing;
     QTimer stopTimer;
     bool modified = false;
@@ -135,4 +137,6 @@ private:
     bool macroOpen = false;
     bool loading = false;
     QString error;
+    // Warnings of the last read, by sound row.
+    QList<QPair<int, QString>> loadNotes;
 };

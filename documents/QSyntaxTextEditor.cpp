@@ -99,6 +99,9 @@ void QSyntaxTextEditor::setLanguage(int type)
 
 void QSyntaxTextEditor::setMugenVersion(quint32 version)
 {
+    // Each change checks the whole text again; the project passes its version to every file on each
+    // load, mostly unchanged.
+    if (version == m_mugenVersion) return;
     m_mugenVersion = version;
     if (m_processor && m_processor->syntaxType() == SyntaxMugen) m_processor->setMugenVersion(version);
 }

@@ -97,7 +97,10 @@ QProject::QProject(uint cacheType, bool cacheCompression, QObject* parent) : QOb
     cmds = new QCommands;
     cmds->setProject(this);
 
-    connect(defs, &QDefinitions::typeChanged, this, [this]() { emit typeChanged(this); });
+    connect(defs, &QDefinitions::typeChanged, this, [this]() {
+        attachAnimations();
+        emit typeChanged(this);
+    });
     connect(defs, &QDefinitions::nameChanged, this, [this]() {
         if (name.isEmpty()) emit nameChanged(this, displayName());
     });
@@ -165,6 +168,9 @@ bool QProject::fromFile(const QString& path, uint codepage, bool backup, bool co
         QFile::copy(path, backupTarget + info.fileName());
     }
     if (!defs->fromFile(path, codepage, copy)) return false;
+    // Every file is checked for the version that the definitions declare, from its first line on.
+    defs->versionTimer.stop();
+    passVersion();
     name.clear();
     entries.clear();
 
@@ -669,6 +675,7 @@ bool QProject::saveTestCopy(const QString& folder, const QString& testName, QStr
 {
     QDefinitionFiles files = defs->files();
     const QString base = files.baseDirectory;
+    const QString originalSprite = files.sprite;
     const QString defPath = folder + QLatin1Char('/') + testName + QStringLiteral(".def");
     QDir().mkpath(folder);
     if (!defs->toFile(defPath, true)) return false;
@@ -695,10 +702,16 @@ bool QProject::saveTestCopy(const QString& folder, const QString& testName, QStr
 
     Step step{this, uint(files.states.size()) + 16};
     if (!step.next()) return false;
-    if (spr->count() > 0)
+    if (spr->count() > 0) {
         spr->toFile(spritePath, 0, true);
-    else if (!defs->files().sprite.isEmpty())
-        copySource(defs->files().sprite);
+    } else if (!originalSprite.isEmpty()) {
+        // Sprites that did not load go along as they are, under the name the written definitions use.
+        const QString source = findNamed(base, originalSprite, type() == Stage);
+        if (!source.isEmpty()) {
+            QFile::remove(spritePath);
+            QFile::copy(source, spritePath);
+        }
+    }
     if (!step.next() || type() != Character) return step.allow;
 
     for (int i = 0; i < 12; ++i) {
@@ -808,9 +821,28 @@ void QProject::refreshMessages()
     issues.refresh();
 }
 
+void QProject::attachAnimations()
+{
+    // A character keeps its animations in its own AIR file; the other kinds hold their "[Begin Action]"
+    // sections in the definitions themselves, and a font has none.
+    switch (defs->type()) {
+    case Font:
+        anims->setEditor(nullptr);
+        break;
+    case Character:
+        anims->setEditor(airText);
+        break;
+    default:
+        anims->setEditor(defs);
+        break;
+    }
+}
+
 void QProject::passVersion()
 {
     const quint32 version = defs->version();
+    defs->setMugenVersion(version);
+    airText->setMugenVersion(version);
     cmds->setMugenVersion(version);
     for (QSyntaxTextEditor* states : std::as_const(stateFiles))
         states->setMugenVersion(version);

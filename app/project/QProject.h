@@ -120,6 +120,7 @@ private:
     void renumberStates();
     void refreshMessages();
     void passVersion();
+    void attachAnimations();
     QString askFileName(QProjectFileType kind, int index);
     bool writeFile(QProjectFileType kind, int index, bool onlyModified, Step& step);
     static QString backupFolder(const QString& base);

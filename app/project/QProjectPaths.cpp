@@ -76,8 +76,13 @@ QString QProjectPaths::engineRoot(const QString& folder)
 {
     QDir dir(QFileInfo(folder).absoluteFilePath());
     for (int level = 0; level <= engineRootDepth; ++level) {
+        // An engine's folder holds its data and its characters; a folder that only happens to have a
+        // "data" folder (a build tree, a project's own data) is not one.
         const QString data = matchEntry(dir, QStringLiteral("data"));
-        if (!data.isEmpty() && QFileInfo(dir.filePath(data)).isDir()) return dir.absolutePath();
+        const QString chars = matchEntry(dir, QStringLiteral("chars"));
+        if (!data.isEmpty() && !chars.isEmpty() && QFileInfo(dir.filePath(data)).isDir() &&
+            QFileInfo(dir.filePath(chars)).isDir())
+            return dir.absolutePath();
         if (!dir.cdUp()) break;
     }
     return QString();

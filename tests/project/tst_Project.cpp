@@ -440,6 +440,8 @@ private slots:
         QVERIFY(fixture.write(
             QStringLiteral("stages/s.def"),
             "[Info]\r\nname = \"S\"\r\n[BGDef]\r\nSPR = stages\\s.sff\r\n[BG 1]\r\ntype = normal\r\n"));
+        QVERIFY(fixture.write(QStringLiteral("stages/s.sff"), "not a sprite file"));
+        QDialogRecorder dialogs;
         QProject project(0, false);
         QVERIFY(project.fromFile(fixture.root.filePath(QStringLiteral("stages/s.def")), 0));
         QCOMPARE(project.type(), Stage);
@@ -451,6 +453,8 @@ private slots:
         QCOMPARE(
             readBytes(written.first()),
             QByteArray("[Info]\r\nname = \"S\"\r\n[BGDef]\r\nspr = test.sff\r\n[BG 1]\r\ntype = normal\r\n"));
+        // Sprites that failed to load go along byte for byte under the name the copy's definitions use.
+        QCOMPARE(readBytes(written.last()), QByteArray("not a sprite file"));
     }
 
     void stateFilesRenumber()

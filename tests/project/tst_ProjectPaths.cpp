@@ -68,6 +68,11 @@ private slots:
         QCOMPARE(QProjectPaths::engineRoot(base()), QDir(root.path()).absolutePath());
         QCOMPARE(QProjectPaths::engineRoot(root.filePath(QStringLiteral("Data"))),
                  QDir(root.path()).absolutePath());
+        // A folder with a "data" folder but no characters (a build tree holding a project) is no engine.
+        QTemporaryDir build;
+        QVERIFY(QDir().mkpath(build.filePath(QStringLiteral("data"))));
+        QVERIFY(QDir().mkpath(build.filePath(QStringLiteral("bin/samples/Roan"))));
+        QCOMPARE(QProjectPaths::engineRoot(build.filePath(QStringLiteral("bin/samples/Roan"))), QString());
     }
 };
 

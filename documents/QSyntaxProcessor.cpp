@@ -56,8 +56,12 @@ void QSyntaxProcessor::addMessage(QSyntaxMessageKind kind, int start, int end, c
 {
     if (kind == SyntaxError && !m_checking) return;
     m_messages.append(QSyntaxMessage{kind, start, end, text});
-    const QColor color = messageColor(kind);
-    // Underline run by run of equal formats, so that the colours already set stay.
+    underline(start, end, messageColor(kind));
+}
+
+void QSyntaxProcessor::underline(int start, int end, const QColor& color)
+{
+    // Run by run of equal formats, so that the colours already set stay.
     int at = start;
     while (at < end) {
         QTextCharFormat run = format(at);

@@ -70,6 +70,8 @@ protected:
     // Notes a finding of the block in hand and underlines its columns, leaving the colour of the text
     // as it is. An error is dropped while checking is off.
     void addMessage(QSyntaxMessageKind kind, int start, int end, const QString& text);
+    // Underlines the columns from start up to end in a colour, keeping the colours the text has.
+    void underline(int start, int end, const QColor& color);
     void addParenthesis(int type, int character, int position);
     // Moves the collected findings and brackets into the block's data, replacing what it held.
     void storeFindings(QTextEditorBlockData* data);

@@ -21,6 +21,10 @@ struct QMugenParamInfo;
 // Each block is parsed on its own, in place over its characters: a header or type line writes the
 // block state, every other line inherits it, so Qt stops re-highlighting as soon as a block ends in the
 // state it had before.
+//
+// The parser is kept readable by giving each of its stages a file of its own: QMugenSyntaxProcessorLexer,
+// ...Headers, ...Lines, ...Values and ...Expressions; the block, the findings and the fold level are in
+// QMugenSyntaxProcessor.cpp.
 class QMugenSyntaxProcessor : public QSyntaxProcessor
 {
     Q_OBJECT
@@ -60,10 +64,12 @@ private:
     void setSlot(int start, int length, int slot);
     void underlineMessages();
 
-    // Lines.
+    // Headers and type lines.
     void sectionHeader(int previousState);
     void namedHeader(const QString& word);
     void typeLine(int previousState);
+
+    // Lines of the sections.
     void sectionLine(int previousState);
     bool namedLine(bool known, const QString& unknownText);
     void remapLine();
@@ -78,14 +84,14 @@ private:
     void backgroundLine();
     void bgControlLine(int state);
     void controllerLine(const QMugenController* controller);
+
+    // Parameters and values.
     void parameter(const QMap<QString, QMugenParamInfo>& group, const QString& label);
     const QMugenParamInfo* matchName(const QMap<QString, QMugenParamInfo>& map, const QString& lowerName,
                                      int* spanEnd);
     void readValue(const QMugenParamInfo& info);
     void commandKeys();
     bool commandElement();
-
-    // Values.
     bool readInt();
     bool readNumber();
     bool readExpression();

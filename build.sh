@@ -3,18 +3,37 @@
 #   ./build.sh run    install what is missing, build Release, open the editor on the bundled sample
 #   ./build.sh test   install what is missing, build Debug with ASan+UBSan, run every test
 #   ./build.sh deps   only install the missing Debian packages
+#   ./build.sh build  install what is missing and build Release without running anything
 #   ./build.sh format check that the C++ sources are formatted (clang-format)
+#   ./build.sh screenshot [PNG]     the editor on the sample under Xvfb, photographed
+#   ./build.sh verify-clean [ROOT]  both commands above in a fresh debootstrap root (as root)
 set -euo pipefail
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 jobs="${TAVREL_JOBS:-2}"
 
 packages=(
+    # Building.
     g++ cmake ninja-build pkg-config ccache
     qt6-base-dev qt6-base-dev-tools qt6-5compat-dev qt6-multimedia-dev libqt6opengl6-dev libgl-dev
     libluabind-dev liblua5.2-dev libuchardet-dev libboost-dev
+    # Tests, benchmarks, the format check and the fuzz targets.
     libbenchmark-dev clang clang-format libclang-rt-14-dev
+    # Running. Qt Multimedia 6.4 plays sounds through GStreamer by default; without these plugins its
+    # player can't be made (the editor then tries FFmpeg, and says so when neither works):
+    #   gstreamer1.0-plugins-base  audioconvert, audioresample, volume, decodebin and the video
+    #                              converters that Qt's player builds even for sound
+    #   gstreamer1.0-plugins-good  wavparse (WAV files) and autoaudiosink, which picks the output
+    #   gstreamer1.0-alsa          alsasink, the output where no sound server runs
+    #   gstreamer1.0-pulseaudio    pulsesink, the output of desktops with PulseAudio or PipeWire
+    gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-alsa gstreamer1.0-pulseaudio
+    # Fonts for the window and the code editor, and one that holds Chinese and Japanese, which many
+    # users' comments and names are written in.
+    fontconfig fonts-dejavu-core fonts-wqy-microhei
 )
+
+# Only for looking at the window as a user sees it (./build.sh screenshot).
+look_packages=(xvfb xdotool imagemagick)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -22,7 +41,8 @@ as_root() {
 
 install_missing() {
     local missing=()
-    for package in "${packages[@]}"; do
+    local wanted=("${packages[@]}" "$@")
+    for package in "${wanted[@]}"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
             missing+=("$package")
         fi
@@ -71,16 +91,80 @@ run_fuzzers() {
     done
 }
 
+build_release() {
+    install_missing
+    cmake -S "$here" -B "$here/build/release" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTAVREL_BUILD_TESTS=OFF
+    cmake --build "$here/build/release" -j "$jobs"
+}
+
+# The editor on the sample under a virtual display, photographed after it settles: how a user sees it.
+screenshot() {
+    local out="${1:-$here/build/screenshot.png}"
+    install_missing "${look_packages[@]}"
+    build_release
+    local display=":${TAVREL_DISPLAY:-97}"
+    Xvfb "$display" -screen 0 1280x800x24 >/dev/null 2>&1 &
+    local xvfb=$!
+    sleep 1
+    DISPLAY="$display" "$here/build/release/bin/tavrel" "$here/build/release/bin/samples/Roan/Roan.def" &
+    local editor=$!
+    sleep "${TAVREL_SETTLE_SECONDS:-6}"
+    DISPLAY="$display" import -window root "$out"
+    kill "$editor" 2>/dev/null || true
+    wait "$editor" 2>/dev/null || true
+    kill "$xvfb" 2>/dev/null || true
+    echo "Screenshot: $out"
+}
+
+# Proves the two README commands on a fresh Debian 12: a minimal root made by debootstrap, this
+# repository and ../shared copied in, then "./build.sh test" and "./build.sh run" inside it (the editor
+# runs offscreen and must still be running after 30 seconds).
+verify_clean() {
+    local root="${1:-/tmp/tavrel-cleanroot}"
+    install_missing debootstrap
+    if [ ! -x "$root/bin/bash" ]; then
+        as_root debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
+    fi
+    as_root mkdir -p "$root/work/main" "$root/work/shared"
+    (cd "$here" && git ls-files -z --cached --others --exclude-standard | tar --null -T - -cf -) |
+        as_root tar -xf - -C "$root/work/main"
+    if [ -d "$here/../shared" ]; then (cd "$here/.." && tar -cf - shared) | as_root tar -xf - -C "$root/work"; fi
+    as_root cp /etc/resolv.conf "$root/etc/resolv.conf"
+    for fs in proc sys dev dev/pts; do
+        mountpoint -q "$root/$fs" || as_root mount --bind "/$fs" "$root/$fs"
+    done
+    local status=0
+    as_root chroot "$root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb bash -c '
+        set -e
+        cd /work/main
+        bash .ci/run
+        ./build.sh build
+        set +e
+        QT_QPA_PLATFORM=offscreen timeout 30 ./build.sh run
+        status=$?
+        [ "$status" -eq 124 ] && echo "Clean root: the editor was still running after 30 seconds." && exit 0
+        echo "Clean root: the editor ended with status $status"; exit 1' || status=$?
+    for fs in dev/pts dev sys proc; do as_root umount "$root/$fs" || true; done
+    return $status
+}
+
 case "${1:-}" in
 deps)
     install_missing
     ;;
+build)
+    build_release
+    ;;
 run)
-    install_missing
-    cmake -S "$here" -B "$here/build/release" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTAVREL_BUILD_TESTS=OFF
-    cmake --build "$here/build/release" -j "$jobs"
+    build_release
     # The build generates the sample character beside the executables.
     exec "$here/build/release/bin/tavrel" "$here/build/release/bin/samples/Roan/Roan.def"
+    ;;
+screenshot)
+    screenshot "${2:-}"
+    ;;
+verify-clean)
+    verify_clean "${2:-}"
     ;;
 test)
     install_missing
@@ -99,7 +183,7 @@ format)
     check_format
     ;;
 *)
-    sed -n '2,7p' "$0" | sed 's/^# \{0,1\}//'
+    sed -n '2,10p' "$0" | sed 's/^# \{0,1\}//'
     exit 2
     ;;
 esac

@@ -1,5 +1,7 @@
 #include "QWidgetDialogs.h"
 
+#include "QTrace.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -42,6 +44,8 @@ QMessageBox::Icon boxIcon(QUserDialogs::Icon icon)
 QUserDialogs::Button QWidgetDialogs::message(Icon icon, const QString& title, const QString& text,
                                              Buttons buttons, Button defaultButton)
 {
+    // Told to the trace too, so that a test driving the real program sees why it waits.
+    QTrace::write(QStringLiteral("box"), title + QStringLiteral(": ") + text);
     QMessageBox box(boxIcon(icon), title, text, QMessageBox::StandardButtons(int(buttons)), owner());
     box.setDefaultButton(QMessageBox::StandardButton(defaultButton));
     if (box.exec() == -1) return Cancel;

@@ -52,6 +52,8 @@ int QCliSndCommand::run(QCliContext& context)
     QSounds sounds(nullptr, 0, false);
     if (!sounds.fromFile(input))
         return context.fail(input, QStringLiteral("not a sound file: ") + sounds.errorString());
+    for (const QString& warning : sounds.readWarnings())
+        context.err << "tavrel-cli: " << input << ": warning: " << warning << '\n';
 
     if (list) {
         if (json) {

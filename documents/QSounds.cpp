@@ -300,6 +300,14 @@ bool QSounds::read(QIODevice* device)
     return ok;
 }
 
+QStringList QSounds::readWarnings() const
+{
+    QStringList texts;
+    for (const auto& note : loadNotes)
+        texts << note.second;
+    return texts;
+}
+
 bool QSounds::write(QIODevice* device)
 {
     stop();

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QUndoStack>
 
@@ -84,6 +85,8 @@ public:
     void play(uint index, bool loop = false);
     void stop();
     bool isPlaying() const;
+    // What the last read had to take liberties with (a sample cut short by the end of the file, ...).
+    QStringList readWarnings() const;
     // The player, made when a sound is first played; nullptr before that or when none can be made.
     QSoundPlayer* soundPlayer() const { return player; }
     // The bytes that play now; they stay unchanged until the next stop.

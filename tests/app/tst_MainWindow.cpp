@@ -2,14 +2,20 @@
 // projects it holds: the empty start project giving way, failed opens, closing the last project, and
 // the questions a project asks through the window.
 
+#include "ErrorDlg.h"
 #include "MainWindow.h"
 #include "ProjectFixture.h"
+#include "QAnimations.h"
+#include "QCommands.h"
 #include "QDialogRecorder.h"
 #include "QInterface.h"
 #include "QMugenModel.h"
 #include "QProject.h"
 #include "QRGBPalette.h"
 #include "QSingleInstance.h"
+#include "QSounds.h"
+#include "QSprites.h"
+#include "QSyntaxTextEditor.h"
 #include "QTextElementReg.h"
 
 #include <QDockWidget>
@@ -18,6 +24,7 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 class tst_MainWindow : public QObject
 {
@@ -160,6 +167,75 @@ private Q_SLOTS:
         QCOMPARE(tabs(window), QStringList{"Project 2"});
         QVERIFY(iface->onlyEmptyProjectLeft());
         QVERIFY(dialogs.calls.isEmpty());
+    }
+
+    // A handed-over file of one kind goes into the current project while it has none of that kind, and
+    // into a project of its own after that; a file that can't be read is told and adds nothing.
+    void looseFilesFromAHandOff()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QInterface* iface = window.interface();
+        QProject* first = iface->currentProject();
+        for (const char* name : {"sub/kfm.sff", "test.air", "test.cmd", "test.cns", "test.snd"})
+            iface->openHandedFile(fixture.file(QLatin1String(name)));
+        QCOMPARE(iface->projectCount(), 1);
+        QCOMPARE(first->sprites()->count(), 2u);
+        // The sprite file was read as a copy: saving asks where to write it.
+        QVERIFY(first->sprites()->fileName().isEmpty());
+        QCOMPARE(first->animations()->count(), 1);
+        QCOMPARE(first->commands()->count(), 1);
+        QCOMPARE(first->statesCount(), 1);
+        QCOMPARE(first->states(0)->objectName(), fixture.file(QStringLiteral("test.cns")));
+        QCOMPARE(first->sounds()->count(), 2u);
+        QVERIFY(dialogs.calls.isEmpty());
+
+        iface->openHandedFile(fixture.file(QStringLiteral("test.cns")));
+        QCOMPARE(iface->projectCount(), 2);
+        QCOMPARE(iface->currentProject()->statesCount(), 1);
+
+        QVERIFY(fixture.write(QStringLiteral("chars/test/broken.snd"), "not a sound file"));
+        iface->openHandedFile(fixture.file(QStringLiteral("broken.snd")));
+        QCOMPARE(iface->projectCount(), 2);
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.first().title, QStringLiteral("Open"));
+        QCOMPARE(
+            dialogs.calls.first().text,
+            QStringLiteral("The file %1 can't be opened.").arg(fixture.file(QStringLiteral("broken.snd"))));
+    }
+
+    // The issue button shows the current project's counts, follows the tabs, and opens the issue list.
+    void issueButtonShowsTheCounts()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QVERIFY(
+            fixture.write(QStringLiteral("chars/test/test.cns"), "[Statedef 0]\ntype = Q\n[Statedef 0]\n"));
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QInterface* iface = window.interface();
+        QToolButton* button = iface->issueStatus();
+        QCOMPARE(button->toolTip(), QStringLiteral("No issues found!"));
+        iface->openProject(fixture.def());
+        iface->currentProject()->check();
+        const int errors = iface->currentProject()->messageList()->count(0);
+        QVERIFY(errors > 0);
+        QCOMPARE(button->toolTip(), QStringLiteral("%1 error(s) found!").arg(errors));
+        iface->newProject();
+        QCOMPARE(button->toolTip(), QStringLiteral("No issues found!"));
+        auto* bar = window.findChild<QTabBar*>(QStringLiteral("projectTabs"));
+        bar->setCurrentIndex(0);
+        QCOMPARE(button->toolTip(), QStringLiteral("%1 error(s) found!").arg(errors));
+
+        QTest::mouseClick(button, Qt::LeftButton);
+        ErrorDlg* issues = iface->issueDialog();
+        QVERIFY(issues);
+        QVERIFY(issues->isVisible());
+        QCOMPARE(issues->windowTitle(), QStringLiteral("Issues"));
+        QCOMPARE(issues->list(), iface->currentProject()->messageList());
+        QCOMPARE(issues->view()->model()->rowCount(), iface->currentProject()->messageList()->count(3));
     }
 
     void answersTheProjectsQuestions()

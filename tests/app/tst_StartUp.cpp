@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -102,7 +103,9 @@ private Q_SLOTS:
         const QString character = box.file(QStringLiteral("kfm.def"));
         const QString notes = box.file(QStringLiteral("notes.txt"));
         const QString upper = box.file(QStringLiteral("STAGE.DEF"));
-        const QString sprites = box.file(QStringLiteral("kfm.Sff"));
+        // A real sprite file: a file that can't be read would stop the editor at its message box.
+        const QString sprites = box.dir.filePath(QStringLiteral("kfm.Sff"));
+        QVERIFY(QFile::copy(TestData::binDir() + QStringLiteral("/samples/Roan/Roan.sff"), sprites));
         // Quick starts one after the other, without waiting for the editor to read in between.
         for (const QString& path : {character, notes, upper, sprites}) {
             int exitCode = -1;
@@ -200,6 +203,12 @@ private Q_SLOTS:
         const QString sample = TestData::binDir() + QStringLiteral("/samples/Roan/Roan.def");
         if (!QFile::exists(sample)) QSKIP("the sample character is not built next to the tests");
         Sandbox box;
+        // Without the close question, which nobody could answer here.
+        QVERIFY(QDir().mkpath(box.dir.filePath(QStringLiteral("config"))));
+        QFile config(box.dir.filePath(QStringLiteral("config/config.xml")));
+        QVERIFY(config.open(QIODevice::WriteOnly));
+        config.write("<configuration><config name=\"confirm_close\" value=\"false\"/></configuration>\n");
+        config.close();
         const QString empty = box.dir.filePath(QStringLiteral("no-plugins"));
         QVERIFY(QDir().mkpath(empty));
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -209,6 +218,7 @@ private Q_SLOTS:
         env.remove(QStringLiteral("XDG_RUNTIME_DIR"));
         env.remove(QStringLiteral("QT_MEDIA_BACKEND"));
         QProcess* editor = start(box, {sample}, env);
+        auto stopEditor = qScopeGuard([editor]() { kill(editor); });
         QVERIFY(waitForWindows(box, 1));
         QVERIFY2(
             QTest::qWaitFor(
@@ -223,8 +233,8 @@ private Q_SLOTS:
         QVERIFY(editor->waitForFinished(30000));
         QCOMPARE(editor->exitStatus(), QProcess::NormalExit);
         QCOMPARE(editor->exitCode(), 0);
-        QVERIFY(QFile::exists(box.dir.filePath(QStringLiteral("config/config.xml"))));
-        delete editor;
+        QVERIFY(config.open(QIODevice::ReadOnly));
+        QVERIFY(config.readAll().contains("window_width"));
     }
 };
 

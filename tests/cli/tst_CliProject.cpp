@@ -83,6 +83,44 @@ private Q_SLOTS:
         QVERIFY2(result.exitCode == 0, qPrintable(result.out));
     }
 
+    // The engine's screens, effects, stages and storyboards: the animations of their own "[Begin Action]"
+    // sections are counted, and each file is checked for the version it declares (stage0.def says 1.0,
+    // so keys that 1.1 deprecates are not warned about).
+    void otherKindsOfDefinitions_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("actions");
+        QTest::newRow("system") << "data/system.def"
+                                << "SystemScreen"
+                                << "3";
+        QTest::newRow("fight") << "data/fight.def"
+                               << "FightFX"
+                               << "5";
+        QTest::newRow("stage, version 1.0") << "stages/stage0.def"
+                                            << "Stage"
+                                            << "0";
+        QTest::newRow("storyboard") << "chars/kfm/intro.def"
+                                    << "Storyboard"
+                                    << "11";
+    }
+
+    void otherKindsOfDefinitions()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        QFETCH(QString, path);
+        QFETCH(QString, type);
+        QFETCH(QString, actions);
+        const QString file = TestData::root() + QStringLiteral("/elecbyte-mugen11/") + path;
+        const Result info = run({QStringLiteral("info"), file});
+        QVERIFY2(info.out.contains(QStringLiteral("type: ") + type + QLatin1Char('\n')),
+                 qPrintable(info.out));
+        QVERIFY2(info.out.contains(QStringLiteral("\nactions: ") + actions + QLatin1Char('\n')),
+                 qPrintable(info.out));
+        const Result check = run({QStringLiteral("check"), file});
+        QVERIFY2(!check.out.contains(QLatin1String("deprecated")), qPrintable(check.out));
+    }
+
     // The bundled sample is made by the build beside the tools; the editor's run command opens it.
     void checkTheSample()
     {

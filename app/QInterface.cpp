@@ -13,6 +13,7 @@
 #include "QPresetManager.h"
 #include "QProgress.h"
 #include "QProject.h"
+#include "QProjectStatus.h"
 #include "QRGBPalette.h"
 #include "QSFFFormat.h"
 #include "QSingleInstance.h"
@@ -59,6 +60,7 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     layout->addLayout(workspaces, 1);
 
     projectLabel = new QLabel(window);
+    projectLabel->setObjectName(QStringLiteral("projectStatus"));
     issueButton = new QToolButton(window);
     issueButton->setAutoRaise(true);
     issueButton->setObjectName(QStringLiteral("issueButton"));
@@ -120,6 +122,12 @@ void QInterface::connectProject(QProject* project)
     connect(project, &QProject::spritesVersionToSave, this, &QInterface::spritesVersionToSave);
     connect(project, &QProject::nameChanged, this, &QInterface::changeTabName);
     connect(project, &QProject::charPalette, this, &QInterface::charPalette);
+    connect(project, &QProject::typeChanged, this, [this](QProject* changed) {
+        if (changed == current) updateProjectStatus();
+    });
+    connect(project, &QProject::versionChanged, this, [this](QProject* changed) {
+        if (changed == current) updateProjectStatus();
+    });
     connect(project->messageList(), &QMessageList::updated, this, [this, project]() {
         if (project == current) updateErrorStatus();
     });
@@ -131,6 +139,7 @@ void QInterface::addProject(QProject* project)
     const int tab = projectTabs->addTab(project->displayName());
     projectTabs->setCurrentIndex(tab);
     current = project;
+    updateProjectStatus();
     updateErrorStatus();
 }
 
@@ -182,8 +191,15 @@ bool QInterface::closeProject(int index)
 void QInterface::projTabsChanged(int index)
 {
     current = projects.value(index);
+    updateProjectStatus();
     updateErrorStatus();
     if (issues) issues->setList(current ? current->messageList() : nullptr);
+}
+
+void QInterface::updateProjectStatus()
+{
+    projectLabel->setText(current ? QProjectStatus::text(current->type(), current->mugenVersion())
+                                  : QString());
 }
 
 void QInterface::updateErrorStatus()
@@ -447,6 +463,7 @@ void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int
 
 void QInterface::retranslate()
 {
+    updateProjectStatus();
     updateErrorStatus();
     if (appearanceMenu) appearanceMenu->setTitle(tr("Appearance"));
 }

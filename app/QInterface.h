@@ -66,6 +66,8 @@ public Q_SLOTS:
     void retranslate();
     // Shows the error and warning counts of the current project on the issue button.
     void updateErrorStatus();
+    // Shows the kind and engine version of the current project in the status bar.
+    void updateProjectStatus();
     // Checks every file of the current project and shows its issues.
     void fileCheck();
 

@@ -11,6 +11,7 @@
 #include "QInterface.h"
 #include "QMugenModel.h"
 #include "QProject.h"
+#include "QProjectStatus.h"
 #include "QRGBPalette.h"
 #include "QSingleInstance.h"
 #include "QSounds.h"
@@ -19,6 +20,7 @@
 #include "QTextElementReg.h"
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QListView>
 #include <QMenuBar>
 #include <QTabBar>
@@ -206,7 +208,8 @@ private Q_SLOTS:
             QStringLiteral("The file %1 can't be opened.").arg(fixture.file(QStringLiteral("broken.snd"))));
     }
 
-    // The issue button shows the current project's counts, follows the tabs, and opens the issue list.
+    // The status bar tells the current project's kind, version and issue counts and follows the tabs; the
+    // issue button opens the issue list.
     void issueButtonShowsTheCounts()
     {
         ProjectFixture fixture;
@@ -217,8 +220,13 @@ private Q_SLOTS:
         MainWindow window;
         QInterface* iface = window.interface();
         QToolButton* button = iface->issueStatus();
+        auto* label = window.findChild<QLabel*>(QStringLiteral("projectStatus"));
+        QVERIFY(label);
         QCOMPARE(button->toolTip(), QStringLiteral("No issues found!"));
+        QCOMPARE(label->text(), QStringLiteral("Project: Character, Version: M.U.G.E.N. 1.1"));
         iface->openProject(fixture.def());
+        // The fixture's definitions state 1.0.
+        QCOMPARE(label->text(), QStringLiteral("Project: Character, Version: M.U.G.E.N. 1.0"));
         iface->currentProject()->check();
         const int errors = iface->currentProject()->messageList()->count(0);
         QVERIFY(errors > 0);
@@ -236,6 +244,8 @@ private Q_SLOTS:
         QCOMPARE(issues->windowTitle(), QStringLiteral("Issues"));
         QCOMPARE(issues->list(), iface->currentProject()->messageList());
         QCOMPARE(issues->view()->model()->rowCount(), iface->currentProject()->messageList()->count(3));
+        QCOMPARE(QProjectStatus::text(FightFX, 0),
+                 QStringLiteral("Project: Fight HUD & effects, Version: M.U.G.E.N. Beta"));
     }
 
     void answersTheProjectsQuestions()

@@ -2,10 +2,15 @@
 
 #include "ErrorDlg.h"
 #include "MainWindow.h"
+#include "QActionInfo.h"
+#include "QActionList.h"
+#include "QActionManager.h"
 #include "QAnimations.h"
 #include "QColorsetManager.h"
 #include "QCommands.h"
+#include "QConfigLocation.h"
 #include "QDefinitions.h"
+#include "QFrameActions.h"
 #include "QHandOff.h"
 #include "QIconsetManager.h"
 #include "QLanguageManager.h"
@@ -59,6 +64,8 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     workspaces = new QStackedLayout;
     layout->addLayout(workspaces, 1);
 
+    actions = new QActionManager(window);
+    actionList->setModel(actions->actionList());
     projectLabel = new QLabel(window);
     projectLabel->setObjectName(QStringLiteral("projectStatus"));
     issueButton = new QToolButton(window);
@@ -79,6 +86,10 @@ QInterface::~QInterface()
 
 void QInterface::setup()
 {
+    new QFrameActions(actions, this, window);
+    restoreShortcuts();
+    // No editor exists yet: the frame's scope, in which the commands that work everywhere have keys.
+    actions->setScope(QActionInfo::FrameScope);
     restoreWindowState();
     // No editor is registered yet: the none state.
     editorNumber = 9;
@@ -444,6 +455,29 @@ void QInterface::openHandedFile(const QString& path)
         openLooseFile(pftSounds, info.absoluteFilePath());
 }
 
+void QInterface::fileNew()
+{
+    newProject(false);
+}
+
+void QInterface::fileOpen()
+{
+    const QString path = QUserDialogs::getOpenFileName(tr("Open project"),
+                                                       (*mugenModel)[QStringLiteral("proj_path")].toString(),
+                                                       tr("Definitions or Font (*.def *.fnt)"));
+    if (path.isEmpty()) return;
+    (*mugenModel)[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
+    openProject(path);
+}
+
+void QInterface::fileCloseAllCurr()
+{
+    QProject* keep = current;
+    for (int index = int(projects.size()) - 1; index >= 0; --index)
+        if (projects.at(index) != keep) closeProject(index);
+    projectTabs->setCurrentIndex(int(projects.indexOf(keep)));
+}
+
 void QInterface::fileCloseAll()
 {
     // From the last tab to the first; a project that may not close stops nothing else.
@@ -534,8 +568,18 @@ void QInterface::restoreWindowState()
     actionsDock->setVisible(!showActions.isValid() || showActions.toBool());
 }
 
+void QInterface::restoreShortcuts()
+{
+    // The user's own keys, or else the ones shipped beside the program.
+    const QConfigLocation location = QConfigLocation::standard();
+    QString path = location.readPath(QStringLiteral("shortcuts.xml"));
+    if (!QFileInfo::exists(path)) path = location.appDir() + QStringLiteral("/shortcuts.xml");
+    actions->load(path);
+}
+
 void QInterface::storeWindowState()
 {
+    actions->save(QConfigLocation::standard().writePath(QStringLiteral("shortcuts.xml")));
     if (!mugenModel) return;
     QMugenModel& config = *mugenModel;
     const QRect normal = window->normalGeometry();

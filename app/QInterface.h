@@ -6,6 +6,7 @@
 #include <QObject>
 
 class ErrorDlg;
+class QActionManager;
 class MainWindow;
 class QProject;
 class QRGBPal;
@@ -39,6 +40,7 @@ public:
     bool closeProject(int index);
     int currentEditor() const { return editorNumber; }
     QToolButton* issueStatus() const { return issueButton; }
+    QActionManager* actionManager() const { return actions; }
     ErrorDlg* issueDialog() const { return issues; }
 
     // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
@@ -48,6 +50,9 @@ public:
 public Q_SLOTS:
     void newProject(bool fromTemplate);
     void newProject();
+    void fileNew();
+    // Asks for a definitions or font file and opens it.
+    void fileOpen();
     void openProject(const QString& fileName);
     void fileChanged(const QString& path);
     void fileSave();
@@ -55,6 +60,8 @@ public Q_SLOTS:
     void fileBackup();
     void fileClose();
     void fileCloseAll();
+    // Closes every project but the current one.
+    void fileCloseAllCurr();
     QString saveFileName(QProjectFileType file, const QString& path);
     quint32 spritesVersionToSave(quint32 currentVersion);
     void changeTabName(QProject* project, const QString& name);
@@ -79,6 +86,7 @@ private:
     void openLooseFile(QProjectFileType kind, const QString& path);
     void buildAppearanceMenus();
     void restoreWindowState();
+    void restoreShortcuts();
     void storeWindowState();
 
     QList<QProject*> projects;
@@ -93,6 +101,7 @@ private:
     QLabel* projectLabel;
     QToolButton* issueButton;
     ErrorDlg* issues = nullptr;
+    QActionManager* actions;
     QMenu* appearanceMenu = nullptr;
     QFileSystemWatcher handOffWatcher;
     QString handOffPath;

@@ -5,6 +5,7 @@
 #include "ErrorDlg.h"
 #include "MainWindow.h"
 #include "ProjectFixture.h"
+#include "QActionManager.h"
 #include "QAnimations.h"
 #include "QCommands.h"
 #include "QDialogRecorder.h"
@@ -20,6 +21,7 @@
 #include "QTextElementReg.h"
 
 #include <QDockWidget>
+#include <QFile>
 #include <QLabel>
 #include <QListView>
 #include <QMenuBar>
@@ -246,6 +248,47 @@ private Q_SLOTS:
         QCOMPARE(issues->view()->model()->rowCount(), iface->currentProject()->messageList()->count(3));
         QCOMPARE(QProjectStatus::text(FightFX, 0),
                  QStringLiteral("Project: Fight HUD & effects, Version: M.U.G.E.N. Beta"));
+    }
+
+    // The frame's commands are in the Project menu and have the keys of the user's "shortcuts.xml",
+    // which the window writes back when it closes.
+    void frameCommandsAndTheirKeys()
+    {
+        const QString shortcuts = configDir.filePath(QStringLiteral("shortcuts.xml"));
+        QFile file(shortcuts);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<shortcuts><shortcut action=\"file_new\" keys=\"Ctrl+N\"/>"
+                   "<shortcut action=\"file_close_others\" keys=\"Ctrl+Alt+W\"/>"
+                   "<shortcut action=\"no_such_action\" keys=\"Ctrl+K\"/></shortcuts>\n");
+        file.close();
+        QDialogRecorder dialogs;
+        {
+            MainWindow window;
+            window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
+            QStringList names;
+            for (QAction* action : window.fileMenu()->actions())
+                if (!action->isSeparator())
+                    names << action->text().section(QLatin1Char('\t'), 0, 0).remove('&');
+            QCOMPARE(names.size(), 10);
+            QCOMPARE(names.first(), QStringLiteral("New project"));
+            QInterface* iface = window.interface();
+            QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+            QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+            QCOMPARE(iface->projectCount(), 3);
+            QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier | Qt::AltModifier);
+            QCOMPARE(iface->projectCount(), 1);
+            QCOMPARE(tabs(window), QStringList{QStringLiteral("Project 3")});
+            QVERIFY(dialogs.calls.isEmpty());
+            iface->actionManager()->setShortcut(
+                iface->actionManager()->find(QStringLiteral("file_check_errors")),
+                QKeySequence(QStringLiteral("F7")));
+        }
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray written = file.readAll();
+        QVERIFY2(written.contains("action=\"file_check_errors\" keys=\"F7\""), written.constData());
+        QVERIFY(!written.contains("no_such_action"));
+        QFile::remove(shortcuts);
     }
 
     void answersTheProjectsQuestions()

@@ -73,6 +73,9 @@ public:
     QList<QSyntaxMessage> messages;
     // The brackets of the line in text order.
     QList<QSyntaxParenthesis> parentheses;
+    // The code editor folded the lines of this block's scope. Kept on the block, as the hidden state of
+    // those lines is, so that a scope folded inside a folded one stays folded when the outer one opens.
+    bool folded = false;
 
     // The line of the file as it was last read that this block was made from, or -1. Saving uses it to
     // give lines that were not edited their own bytes and line end again.

@@ -377,6 +377,13 @@ void QTextEditor::applyExtraSelections()
     setExtraSelections(currentLineSelections + searchSelections + bracketSelections);
 }
 
+QRect QTextEditor::lineRect(int blockNumber) const
+{
+    const QTextBlock block = document()->findBlockByNumber(blockNumber);
+    if (!block.isValid() || !block.isVisible()) return QRect();
+    return blockBoundingGeometry(block).translated(contentOffset()).toRect();
+}
+
 QRect QTextEditor::foldedBoxRect(int blockNumber) const
 {
     const QTextBlock block = document()->findBlockByNumber(blockNumber);

@@ -71,6 +71,8 @@ public:
     // The gutter and its parts, in gutter coordinates.
     QWidget* extraArea() const;
     int foldMarkerLeft() const;
+    // Where a line stands in the viewport (and, vertically, in the gutter); empty for a hidden line.
+    QRect lineRect(int blockNumber) const;
     // The " ... " box behind a folded block, in viewport coordinates; empty when not shown.
     QRect foldedBoxRect(int blockNumber) const;
     // The block whose scope is highlighted, -1 for none.

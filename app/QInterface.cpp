@@ -32,6 +32,7 @@
 #include "QUserDialogs.h"
 
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
@@ -573,7 +574,8 @@ void QInterface::restoreShortcuts()
     // The user's own keys, or else the ones shipped beside the program.
     const QConfigLocation location = QConfigLocation::standard();
     QString path = location.readPath(QStringLiteral("shortcuts.xml"));
-    if (!QFileInfo::exists(path)) path = location.appDir() + QStringLiteral("/shortcuts.xml");
+    if (!QFileInfo::exists(path))
+        path = QCoreApplication::applicationDirPath() + QStringLiteral("/shortcuts.xml");
     actions->load(path);
 }
 

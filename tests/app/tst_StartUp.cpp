@@ -235,6 +235,10 @@ private Q_SLOTS:
         QCOMPARE(editor->exitCode(), 0);
         QVERIFY(config.open(QIODevice::ReadOnly));
         QVERIFY(config.readAll().contains("window_width"));
+        // With no keys of the user's own, the ones shipped beside the program served and are kept.
+        QFile shortcuts(box.dir.filePath(QStringLiteral("config/shortcuts.xml")));
+        QVERIFY(shortcuts.open(QIODevice::ReadOnly));
+        QVERIFY(shortcuts.readAll().contains("action=\"file_new\" keys=\"Ctrl+N\""));
     }
 };
 

@@ -56,7 +56,9 @@ install_missing() {
 
 check_format() {
     local files
-    files=$(cd "$here" && git ls-files '*.cpp' '*.h' 2>/dev/null || find . -name '*.cpp' -o -name '*.h')
+    # The tracked sources; without git (a copied tree), every source outside the build folders.
+    files=$(cd "$here" && git ls-files '*.cpp' '*.h' 2>/dev/null ||
+        find . -path ./build -prune -o \( -name '*.cpp' -o -name '*.h' \) -print)
     (cd "$here" && echo "$files" | xargs clang-format --dry-run --Werror)
     echo "Formatting: all sources are clang-formatted."
 }

@@ -13,6 +13,7 @@
 #include "QFrameActions.h"
 #include "QHandOff.h"
 #include "QIconsetManager.h"
+#include "QInterfaceEditor.h"
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
 #include "QPresetManager.h"
@@ -65,6 +66,13 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     workspaces = new QStackedLayout;
     layout->addLayout(workspaces, 1);
 
+    QEditorSwitcher::Hooks hooks;
+    hooks.showWorkspace = [this](int number) { workspaces->setCurrentIndex(number); };
+    // Without an editor the frame's scope serves, in which the commands that work everywhere have keys.
+    hooks.setScope = [this](int scope) {
+        actions->setScope(scope >= QEditorSwitcher::NoEditor ? int(QActionInfo::FrameScope) : scope);
+    };
+    switcher = QEditorSwitcher(hooks);
     actions = new QActionManager(window);
     actionList->setModel(actions->actionList());
     projectLabel = new QLabel(window);
@@ -89,13 +97,9 @@ void QInterface::setup()
 {
     new QFrameActions(actions, this, window);
     restoreShortcuts();
-    // No editor exists yet: the frame's scope, in which the commands that work everywhere have keys.
-    actions->setScope(QActionInfo::FrameScope);
     restoreWindowState();
-    // No editor is registered yet: the none state.
-    editorNumber = 9;
-    workspaceNumber = 4;
-    extraEditorNumber = 4;
+    // The first registered editor becomes current; with none, the none state.
+    switcher.switchTo(editorList.isEmpty() ? QEditorSwitcher::NoEditor : editorList.first()->number());
     newProject(false);
     buildAppearanceMenus();
     retranslate();
@@ -488,12 +492,19 @@ void QInterface::fileCloseAll()
 
 void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex)
 {
-    // No editor is registered yet, so there is no visible editor of any file kind: the request is
-    // dropped, as it is for any kind without a visible editor.
-    Q_UNUSED(file);
-    Q_UNUSED(fileIndex);
-    Q_UNUSED(index);
-    Q_UNUSED(subIndex);
+    // A place in a kind of file that no visible editor shows is dropped in silence.
+    switcher.navigate(file, fileIndex, index, subIndex);
+}
+
+void QInterface::registerEditor(QInterfaceEditor* editor)
+{
+    editorList.append(editor);
+    switcher.addEditor(editor);
+}
+
+void QInterface::registerWorkspace(int number, QInterfaceWorkspace* workspace)
+{
+    switcher.addWorkspace(number, workspace);
 }
 
 void QInterface::retranslate()

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "QEditorSwitcher.h"
 #include "QProjectTypes.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
 
 class ErrorDlg;
+class QInterfaceEditor;
+class QInterfaceWorkspace;
 class QActionManager;
 class MainWindow;
 class QProject;
@@ -38,7 +41,10 @@ public:
     bool onlyEmptyProjectLeft() const;
     // Closes the project of a tab when it may be closed; the last one closed leaves a new empty one.
     bool closeProject(int index);
-    int currentEditor() const { return editorNumber; }
+    int currentEditor() const { return switcher.currentEditor(); }
+    // Editors and workspaces join in their order; the window keeps them, this only switches them.
+    void registerEditor(QInterfaceEditor* editor);
+    void registerWorkspace(int number, QInterfaceWorkspace* workspace);
     QToolButton* issueStatus() const { return issueButton; }
     QActionManager* actionManager() const { return actions; }
     ErrorDlg* issueDialog() const { return issues; }
@@ -105,7 +111,6 @@ private:
     QMenu* appearanceMenu = nullptr;
     QFileSystemWatcher handOffWatcher;
     QString handOffPath;
-    int editorNumber = 9;
-    int workspaceNumber = 4;
-    int extraEditorNumber = 4;
+    QEditorSwitcher switcher;
+    QList<QInterfaceEditor*> editorList;
 };

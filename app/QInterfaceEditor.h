@@ -1,0 +1,47 @@
+#pragma once
+
+#include "QProjectTypes.h"
+
+#include <QString>
+
+class QProject;
+
+// A workspace: the page of the central area that one or more editors show themselves in (the text
+// workspace, the sprite workspace). Switching editors switches workspaces only when they differ.
+class QInterfaceWorkspace
+{
+public:
+    virtual ~QInterfaceWorkspace() = default;
+    // Wires the workspace to the window's commands (find, replace, zoom) while it is current.
+    virtual void connectWorkspace() {}
+    virtual void disconnectWorkspace() {}
+    virtual void activate() {}
+    virtual void deactivate() {}
+};
+
+// An editor of one kind of file (definitions, sprites, animations, commands, states, sounds). It owns
+// nothing of a project: it is switched to the current project and shows what that project owns.
+class QInterfaceEditor
+{
+public:
+    virtual ~QInterfaceEditor() = default;
+    // The panel title, untranslated; the window translates it and marks a modified editor with "*".
+    virtual QString title() const = 0;
+    virtual bool isModified() const = 0;
+    // The number of the workspace the editor shows itself in.
+    virtual int workspace() const = 0;
+    virtual QProjectFileType fileType() const = 0;
+    // Its number among the editors, which is also the object name of its action.
+    virtual int number() const = 0;
+    // The scope of its commands' keys.
+    virtual int scope() const = 0;
+    // Wires the window's undo, redo, clipboard and search commands to the editor while it is current.
+    virtual void connectEditor() {}
+    virtual void disconnectEditor() {}
+    virtual void activate() {}
+    virtual void deactivate() {}
+    // Goes to a place of its file: for text, the line index of the state file fileIndex.
+    virtual void navigate(int fileIndex, int index, int subIndex) = 0;
+    // Whether the user can reach the editor now (its action is visible).
+    virtual bool isAvailable() const { return true; }
+};

@@ -127,6 +127,9 @@ verify_clean() {
     if [ ! -x "$root/bin/bash" ]; then
         as_root debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
     fi
+    # A fresh tree each time, as a new user's clone would be; ccache inside the root keeps a second run
+    # quick.
+    as_root rm -rf "$root/work/main" "$root/work/shared"
     as_root mkdir -p "$root/work/main" "$root/work/shared"
     (cd "$here" && git ls-files -z --cached --others --exclude-standard | tar --null -T - -cf -) |
         as_root tar -xf - -C "$root/work/main"

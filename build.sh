@@ -145,7 +145,11 @@ verify_clean() {
         bash .ci/run
         ./build.sh build
         set +e
-        QT_QPA_PLATFORM=offscreen timeout 30 ./build.sh run
+        # Without the close question, so that the end of the time closes the editor in order.
+        mkdir -p /tmp/tavrel-config
+        echo "<configuration><config name=\"confirm_close\" value=\"false\"/></configuration>" \
+            >/tmp/tavrel-config/config.xml
+        TAVREL_CONFIG_DIR=/tmp/tavrel-config QT_QPA_PLATFORM=offscreen timeout -k 10 30 ./build.sh run
         status=$?
         [ "$status" -eq 124 ] && echo "Clean root: the editor was still running after 30 seconds." && exit 0
         echo "Clean root: the editor ended with status $status"; exit 1' || status=$?

@@ -1,0 +1,78 @@
+#include "QQuickFind.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+
+QQuickFind::QQuickFind(QWidget* parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("quickFind"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(2, 2, 2, 2);
+    findText = new QLineEdit(this);
+    findText->setObjectName(QStringLiteral("findText"));
+    replaceText = new QLineEdit(this);
+    replaceText->setObjectName(QStringLiteral("replaceText"));
+    grid->addWidget(findText, 0, 0);
+    grid->addWidget(replaceText, 1, 0);
+
+    auto* row = new QHBoxLayout;
+    switches.insert(QQuickFindOption::RegularExpression,
+                    addSwitch(QStringLiteral(".*"), tr("Regular expression")));
+    switches.insert(QQuickFindOption::CaseSensitive, addSwitch(QStringLiteral("Aa"), tr("Case sensitive")));
+    switches.insert(QQuickFindOption::Backward, addSwitch(QStringLiteral("<"), tr("Backward")));
+    switches.insert(QQuickFindOption::Circular, addSwitch(QStringLiteral("@"), tr("Circular")));
+    for (QToolButton* button : std::as_const(switches))
+        row->addWidget(button);
+    auto* find = new QPushButton(tr("Find"), this);
+    row->addWidget(find);
+    grid->addLayout(row, 0, 1);
+    auto* buttons = new QHBoxLayout;
+    auto* replace = new QPushButton(tr("Replace"), this);
+    auto* replaceAll = new QPushButton(tr("Replace All"), this);
+    buttons->addWidget(replace);
+    buttons->addWidget(replaceAll);
+    grid->addLayout(buttons, 1, 1);
+
+    const auto findNow = [this]() { emit doFind(findText->text(), options()); };
+    connect(findText, &QLineEdit::returnPressed, this, findNow);
+    connect(find, &QPushButton::clicked, this, findNow);
+    connect(replaceText, &QLineEdit::returnPressed, this,
+            [this]() { emit doReplace(findText->text(), replaceText->text(), options(), false); });
+    connect(replace, &QPushButton::clicked, this,
+            [this]() { emit doReplace(findText->text(), replaceText->text(), options(), false); });
+    connect(replaceAll, &QPushButton::clicked, this,
+            [this]() { emit doReplace(findText->text(), replaceText->text(), options(), true); });
+}
+
+QToolButton* QQuickFind::addSwitch(const QString& text, const QString& tip)
+{
+    auto* button = new QToolButton(this);
+    button->setText(text);
+    button->setToolTip(tip);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    return button;
+}
+
+QQuickFindOptions QQuickFind::options() const
+{
+    QQuickFindOptions result;
+    for (auto it = switches.cbegin(); it != switches.cend(); ++it)
+        result.insert(it.key(), it.value()->isChecked());
+    return result;
+}
+
+void QQuickFind::setOption(QQuickFindOption option, bool on)
+{
+    if (QToolButton* button = switches.value(option)) button->setChecked(on);
+}
+
+void QQuickFind::open(const QString& text)
+{
+    if (!text.isEmpty()) findText->setText(text);
+    show();
+    findText->setFocus();
+    findText->selectAll();
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QMap>
+
+// The switches of a search in a text; a switch missing from the map is off.
+enum class QQuickFindOption : int
+{
+    RegularExpression = 0,
+    CaseSensitive = 1,
+    Backward = 2,
+    // A search that reaches the end (or the start, backward) goes on from the other end once.
+    Circular = 3
+};
+
+using QQuickFindOptions = QMap<QQuickFindOption, bool>;

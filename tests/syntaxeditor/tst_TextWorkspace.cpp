@@ -11,7 +11,9 @@
 #include "QTextWorkspace.h"
 #include "TestData.h"
 
+#include <QFile>
 #include <QLabel>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -324,6 +326,32 @@ private slots:
         shown.workspace->setText(nullptr);
         QCOMPARE(label("errorStatus"), QStringLiteral("Syntax error count: 0"));
         QVERIFY(shown.view()->isReadOnly());
+    }
+
+    // Showing a file gives its document the editor's layout, which must not cost the lines their tie to
+    // the file: saved after an edit, only the edited line differs.
+    void shownFileSavesUntouchedLinesAsRead()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("a.cns"));
+        const QByteArray bytes = "[Statedef 0]\r\ntype = S\r\nctrl = 0 \n\r\n";
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        QSyntaxTextEditor text(pftStates);
+        QVERIFY(text.fromFile(path, 0));
+        QTextWorkspace workspace;
+        workspace.setText(&text);
+        workspace.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&workspace));
+        QTextCursor cursor(text.document->findBlockByNumber(1));
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        workspace.editor()->setTextCursor(cursor);
+        QTest::keyClicks(workspace.editor(), QStringLiteral("A"));
+        QVERIFY(text.toFile(path));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("[Statedef 0]\r\ntype = SA\r\nctrl = 0 \n\r\n"));
     }
 
     void zoomStepsAndReturns()

@@ -9,6 +9,7 @@
 #include "QModelTables.h"
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
+#include "QTextEditors.h"
 #include "QUserDialogs.h"
 
 #include <QCloseEvent>
@@ -29,6 +30,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
         connect(languageManager, &QLanguageManager::langChanged, this, &MainWindow::retranslate);
     fileWatcherManager = new QFileWatcherManager;
     iface = new QInterface(this, actionsDock, actList);
+    textEditors = new QTextEditors(iface, this);
     iface->setup();
 }
 
@@ -36,6 +38,7 @@ MainWindow::~MainWindow()
 {
     delete iface;
     iface = nullptr;
+    textEditors = nullptr;
     if (mugenModel) mugenModel->save(QConfigLocation::standard().writePath(QStringLiteral("config.xml")));
     delete fileWatcherManager;
     fileWatcherManager = nullptr;

@@ -6,6 +6,7 @@
 
 class QInterface;
 class QModelTables;
+class QTextEditors;
 class QListView;
 class QMenu;
 
@@ -19,6 +20,8 @@ public:
     ~MainWindow() override;
 
     QInterface* interface() const { return iface; }
+    // The text workspace and its editors; they live as long as the interface.
+    QTextEditors* texts() const { return textEditors; }
     QMenu* fileMenu() const { return menuFile; }
     QMenu* editMenu() const { return menuEdit; }
     QMenu* viewMenu() const { return menuView; }
@@ -43,5 +46,6 @@ private:
     QDockWidget* actionsDock = nullptr;
     QListView* actList = nullptr;
     QInterface* iface = nullptr;
+    QTextEditors* textEditors = nullptr;
     std::unique_ptr<QModelTables> tables;
 };

@@ -60,6 +60,10 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     projectTabs->setMovable(true);
     projectTabs->setTabsClosable(true);
     layout->addWidget(projectTabs);
+    panelTitle = new QLabel(central);
+    panelTitle->setObjectName(QStringLiteral("panelTitle"));
+    panelTitle->setContentsMargins(4, 2, 4, 2);
+    layout->addWidget(panelTitle);
     connect(projectTabs, &QTabBar::currentChanged, this, &QInterface::projTabsChanged);
     connect(projectTabs, &QTabBar::tabMoved, this, &QInterface::projTabsMoved);
     connect(projectTabs, &QTabBar::tabCloseRequested, this, &QInterface::projTabsClosed);
@@ -72,6 +76,17 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     hooks.setScope = [this](int scope) {
         actions->setScope(scope >= QEditorSwitcher::NoEditor ? int(QActionInfo::FrameScope) : scope);
     };
+    hooks.setPanelTitle = [this](const QString&) { updateEditorName(); };
+    hooks.clearPanels = [this]() { panelTitle->clear(); };
+    hooks.checkEditorAction = [this](int number) {
+        for (QAction* action : editorGroup->actions()) {
+            // Checking would trigger another switch to the editor being switched to.
+            const QSignalBlocker blocker(action);
+            action->setChecked(action->objectName() == QString::number(number));
+        }
+    };
+    editorGroup = new QActionGroup(this);
+    editorGroup->setExclusive(true);
     switcher = QEditorSwitcher(hooks);
     actions = new QActionManager(window);
     actionList->setModel(actions->actionList());
@@ -90,6 +105,8 @@ QInterface::~QInterface()
 {
     storeWindowState();
     projectTabs->blockSignals(true);
+    // The editors let go of the documents before the projects that own them go.
+    emit currentProjectChanged(nullptr);
     qDeleteAll(projects);
 }
 
@@ -157,6 +174,7 @@ void QInterface::addProject(QProject* project)
     current = project;
     updateProjectStatus();
     updateErrorStatus();
+    emit currentProjectChanged(current);
 }
 
 void QInterface::newProject()
@@ -200,6 +218,7 @@ bool QInterface::closeProject(int index)
     projects.removeAt(index);
     projectTabs->removeTab(index);
     current = projects.value(projectTabs->currentIndex());
+    emit currentProjectChanged(current);
     delete project;
     return true;
 }
@@ -210,6 +229,7 @@ void QInterface::projTabsChanged(int index)
     updateProjectStatus();
     updateErrorStatus();
     if (issues) issues->setList(current ? current->messageList() : nullptr);
+    emit currentProjectChanged(current);
 }
 
 void QInterface::updateProjectStatus()
@@ -502,13 +522,22 @@ void QInterface::registerEditor(QInterfaceEditor* editor)
     switcher.addEditor(editor);
 }
 
-void QInterface::registerWorkspace(int number, QInterfaceWorkspace* workspace)
+void QInterface::registerWorkspace(int number, QInterfaceWorkspace* workspace, QWidget* page)
 {
     switcher.addWorkspace(number, workspace);
+    if (page) workspaces->insertWidget(number, page);
+}
+
+void QInterface::updateEditorName()
+{
+    panelTitle->setText(switcher.panelTitle([](const QString& title) {
+        return QCoreApplication::translate("QInterfaceEditor", title.toUtf8().constData());
+    }));
 }
 
 void QInterface::retranslate()
 {
+    updateEditorName();
     updateProjectStatus();
     updateErrorStatus();
     if (appearanceMenu) appearanceMenu->setTitle(tr("Appearance"));

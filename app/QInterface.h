@@ -13,7 +13,9 @@ class QActionManager;
 class MainWindow;
 class QProject;
 class QRGBPal;
+class QActionGroup;
 class QDockWidget;
+class QWidget;
 class QListView;
 class QMenu;
 class QTabBar;
@@ -44,7 +46,12 @@ public:
     int currentEditor() const { return switcher.currentEditor(); }
     // Editors and workspaces join in their order; the window keeps them, this only switches them.
     void registerEditor(QInterfaceEditor* editor);
-    void registerWorkspace(int number, QInterfaceWorkspace* workspace);
+    // The page of a workspace goes into the central area at the workspace's number.
+    void registerWorkspace(int number, QInterfaceWorkspace* workspace, QWidget* page = nullptr);
+    void switchEditor(int number) { switcher.switchTo(number); }
+    QInterfaceEditor* editor(int number) const { return switcher.editor(number); }
+    // The checkable actions of the editors, whose object names are the editor numbers.
+    QActionGroup* editorActions() const { return editorGroup; }
     QToolButton* issueStatus() const { return issueButton; }
     QActionManager* actionManager() const { return actions; }
     ErrorDlg* issueDialog() const { return issues; }
@@ -83,6 +90,12 @@ public Q_SLOTS:
     void updateProjectStatus();
     // Checks every file of the current project and shows its issues.
     void fileCheck();
+    // Shows the current editor's title in the panel title, with "*" while it is modified.
+    void updateEditorName();
+
+Q_SIGNALS:
+    // Another project became current (null while the window goes away); editors switch to it.
+    void currentProjectChanged(QProject* project);
 
 private:
     void readHandOff();
@@ -105,6 +118,8 @@ private:
     QTabBar* projectTabs;
     QStackedLayout* workspaces;
     QLabel* projectLabel;
+    QLabel* panelTitle;
+    QActionGroup* editorGroup;
     QToolButton* issueButton;
     ErrorDlg* issues = nullptr;
     QActionManager* actions;

@@ -8,6 +8,7 @@
 #include "QActionManager.h"
 #include "QAnimations.h"
 #include "QCommands.h"
+#include "QDefinitions.h"
 #include "QDialogRecorder.h"
 #include "QInterface.h"
 #include "QMugenModel.h"
@@ -18,8 +19,12 @@
 #include "QSounds.h"
 #include "QSprites.h"
 #include "QSyntaxTextEditor.h"
+#include "QTextEditor.h"
+#include "QTextEditors.h"
 #include "QTextElementReg.h"
+#include "QTextWorkspace.h"
 
+#include <QActionGroup>
 #include <QDockWidget>
 #include <QFile>
 #include <QLabel>
@@ -76,9 +81,9 @@ private Q_SLOTS:
         QCOMPARE(dock->windowTitle(), QStringLiteral("Action list"));
         QVERIFY(dock->findChild<QListView*>(QStringLiteral("actList")));
         QVERIFY(window.findChild<QWidget*>(QStringLiteral("centralWidget")));
-        // Final setup leaves exactly one empty project and no current editor.
+        // Final setup leaves exactly one empty project, and the first editor current.
         QCOMPARE(window.interface()->projectCount(), 1);
-        QCOMPARE(window.interface()->currentEditor(), 9);
+        QCOMPARE(window.interface()->currentEditor(), 0);
     }
 
     // The recognisers stand for the window's lifetime, once however often a window is made.
@@ -289,6 +294,97 @@ private Q_SLOTS:
         QVERIFY2(written.contains("action=\"file_check_errors\" keys=\"F7\""), written.constData());
         QVERIFY(!written.contains("no_such_action"));
         QFile::remove(shortcuts);
+    }
+
+    // The keys of the editors switch among the text files of the current project; what is typed there
+    // is saved with the project, and every line not typed in keeps its bytes.
+    void textEditorsShowAndSaveTheProjectsFiles()
+    {
+        const QString shortcuts = configDir.filePath(QStringLiteral("shortcuts.xml"));
+        QFile keys(shortcuts);
+        QVERIFY(keys.open(QIODevice::WriteOnly));
+        keys.write("<shortcuts><shortcut action=\"editor_definitions\" keys=\"Ctrl+1\"/>"
+                   "<shortcut action=\"editor_states\" keys=\"Ctrl+5\"/>"
+                   "<shortcut action=\"file_save\" keys=\"Ctrl+S\"/></shortcuts>\n");
+        keys.close();
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        const QByteArray states = "[Statedef 0]\r\ntype = S\r\nctrl = 0 \n\r\n";
+        QVERIFY(fixture.write(QStringLiteral("chars/test/test.cns"), states));
+        QDialogRecorder dialogs;
+        MainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QInterface* iface = window.interface();
+        iface->openProject(fixture.def());
+        QTextWorkspace* workspace = window.texts()->workspace();
+        QTextEditor* editor = workspace->editor();
+        auto* title = window.findChild<QLabel*>(QStringLiteral("panelTitle"));
+        QVERIFY(title);
+        QCOMPARE(title->text(), QStringLiteral("Definitions"));
+        QCOMPARE(editor->document(), iface->currentProject()->definitions()->document);
+
+        QTest::keyClick(&window, Qt::Key_5, Qt::ControlModifier);
+        QCOMPARE(iface->currentEditor(), 4);
+        QCOMPARE(title->text(), QStringLiteral("States"));
+        QStringList checked;
+        for (QAction* action : iface->editorActions()->actions())
+            if (action->isChecked()) checked << action->objectName();
+        QCOMPARE(checked, QStringList{QStringLiteral("4")});
+        auto* tabs = window.findChild<QTabBar*>(QStringLiteral("statesTabs"));
+        QVERIFY(tabs && tabs->isVisible());
+        QCOMPARE(tabs->tabText(0), QStringLiteral("test.cns"));
+        QCOMPARE(editor->document(), iface->currentProject()->states(0)->document);
+        QCOMPARE(editor->toPlainText(), QStringLiteral("[Statedef 0]\ntype = S\nctrl = 0 \n\n"));
+
+        QTextCursor cursor(editor->document()->findBlockByNumber(1));
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        editor->setTextCursor(cursor);
+        editor->setFocus();
+        QTest::keyClicks(editor, QStringLiteral("A"));
+        QCOMPARE(title->text(), QStringLiteral("States*"));
+        QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(title->text(), QStringLiteral("States"));
+        QFile saved(fixture.file(QStringLiteral("test.cns")));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), QByteArray("[Statedef 0]\r\ntype = SA\r\nctrl = 0 \n\r\n"));
+        QVERIFY(dialogs.calls.isEmpty());
+
+        // The issue list's way to a line: from another editor to line 2 of the first state file.
+        QTest::keyClick(&window, Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(iface->currentEditor(), 0);
+        QVERIFY(!tabs->isVisible());
+        iface->navigateTo(pftStates, 0, 1, 0);
+        QCOMPARE(iface->currentEditor(), 4);
+        QCOMPARE(editor->document(), iface->currentProject()->states(0)->document);
+        QCOMPARE(editor->textCursor().blockNumber(), 1);
+        QCOMPARE(editor->textCursor().positionInBlock(), 0);
+        QFile::remove(shortcuts);
+    }
+
+    // Each project shows its own files; a closed project leaves nothing of it in the editors.
+    void textEditorsFollowTheCurrentProject()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QInterface* iface = window.interface();
+        iface->switchEditor(3);
+        QTextEditor* editor = window.texts()->workspace()->editor();
+        iface->openProject(fixture.def());
+        QProject* first = iface->currentProject();
+        QCOMPARE(editor->document(), first->commands()->document);
+        QVERIFY(!editor->isReadOnly());
+        iface->newProject();
+        QCOMPARE(editor->document(), iface->currentProject()->commands()->document);
+        window.findChild<QTabBar*>(QStringLiteral("projectTabs"))->setCurrentIndex(0);
+        QCOMPARE(editor->document(), first->commands()->document);
+        iface->switchEditor(4);
+        QVERIFY(iface->closeProject(0));
+        QCOMPARE(iface->currentProject()->statesCount(), 0);
+        QCOMPARE(window.texts()->workspace()->text(), nullptr);
+        QVERIFY(editor->isReadOnly());
     }
 
     void answersTheProjectsQuestions()

@@ -1,0 +1,74 @@
+#include "QStatesEditor.h"
+
+#include "QActionInfo.h"
+#include "QProject.h"
+#include "QSyntaxTextEditor.h"
+#include "QTextWorkspace.h"
+
+#include <QFileInfo>
+#include <QTabBar>
+
+QStatesEditor::QStatesEditor(QTextWorkspace* workspace, QObject* parent)
+    : QTextDocumentEditor(workspace, parent), tabs(new QTabBar(workspace))
+{
+    tabs->setObjectName(QStringLiteral("statesTabs"));
+    tabs->setDocumentMode(true);
+    tabs->hide();
+    connect(tabs, &QTabBar::currentChanged, this, &QStatesEditor::showFile);
+}
+
+QStatesEditor::~QStatesEditor() = default;
+
+int QStatesEditor::scope() const
+{
+    return QActionInfo::StatesScope;
+}
+
+void QStatesEditor::setProject(QProject* current)
+{
+    project = current;
+    refreshTabs();
+}
+
+void QStatesEditor::refreshTabs()
+{
+    const QSignalBlocker blocker(tabs);
+    const int keep = tabs->currentIndex();
+    while (tabs->count() > 0)
+        tabs->removeTab(0);
+    const int count = project ? project->statesCount() : 0;
+    for (int index = 0; index < count; ++index) {
+        const QSyntaxTextEditor* file = project->states(index);
+        QString name = QFileInfo(file->filePath()).fileName();
+        if (name.isEmpty()) name = file->fileTitle();
+        if (name.isEmpty()) name = QFileInfo(file->objectName()).fileName();
+        tabs->addTab(name);
+    }
+    const int shown = count == 0 ? -1 : qBound(0, keep, count - 1);
+    tabs->setCurrentIndex(shown);
+    showFile(shown);
+}
+
+void QStatesEditor::showFile(int index)
+{
+    bind(project && index >= 0 ? project->states(index) : nullptr);
+}
+
+void QStatesEditor::activate()
+{
+    refreshTabs();
+    textWorkspace()->setHeader(tabs);
+    QTextDocumentEditor::activate();
+}
+
+void QStatesEditor::deactivate()
+{
+    textWorkspace()->setHeader(nullptr);
+    QTextDocumentEditor::deactivate();
+}
+
+void QStatesEditor::navigate(int fileIndex, int index, int subIndex)
+{
+    if (fileIndex >= 0 && fileIndex < tabs->count()) tabs->setCurrentIndex(fileIndex);
+    QTextDocumentEditor::navigate(fileIndex, index, subIndex);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "QProject.h"
+#include "QTextDocumentEditor.h"
+
+#include <QPointer>
+
+class QTabBar;
+
+// The state files of the current project, one tab each above the text.
+class QStatesEditor : public QTextDocumentEditor
+{
+    Q_OBJECT
+public:
+    QStatesEditor(QTextWorkspace* workspace, QObject* parent = nullptr);
+    ~QStatesEditor() override;
+
+    QString title() const override
+    {
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("QInterfaceEditor", "States"));
+    }
+    QProjectFileType fileType() const override { return pftStates; }
+    int number() const override { return 4; }
+    int scope() const override;
+    void activate() override;
+    void deactivate() override;
+    // fileIndex picks the state file, index the line in it.
+    void navigate(int fileIndex, int index, int subIndex) override;
+
+    QTabBar* tabBar() const { return tabs; }
+
+public Q_SLOTS:
+    void setProject(QProject* project);
+
+private:
+    // The tabs follow the project's state files, which may have come or gone since the last look.
+    void refreshTabs();
+    void showFile(int index);
+
+    QPointer<QProject> project;
+    QTabBar* tabs;
+};

@@ -1,0 +1,111 @@
+#include "QTextEditors.h"
+
+#include "MainWindow.h"
+#include "QActionInfo.h"
+#include "QActionManager.h"
+#include "QActionTexts.h"
+#include "QCommandsEditor.h"
+#include "QDefinitionsEditor.h"
+#include "QInterface.h"
+#include "QQuickFind.h"
+#include "QStatesEditor.h"
+#include "QTextWorkspace.h"
+
+#include <QActionGroup>
+#include <QMenu>
+
+QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
+    : QObject(iface), iface(iface), manager(iface->actionManager())
+{
+    m_workspace = new QTextWorkspace(window->centralWidget());
+    m_definitions = new QDefinitionsEditor(m_workspace, this);
+    m_commands = new QCommandsEditor(m_workspace, this);
+    m_states = new QStatesEditor(m_workspace, this);
+    iface->registerWorkspace(0, m_workspace, m_workspace);
+    for (QTextDocumentEditor* editor :
+         {static_cast<QTextDocumentEditor*>(m_definitions), static_cast<QTextDocumentEditor*>(m_commands),
+          static_cast<QTextDocumentEditor*>(m_states)}) {
+        iface->registerEditor(editor);
+        connect(editor, &QTextDocumentEditor::titleChanged, iface, [iface, editor]() {
+            if (iface->currentEditor() == editor->number()) iface->updateEditorName();
+        });
+    }
+    connect(iface, &QInterface::currentProjectChanged, m_definitions, &QDefinitionsEditor::setProject);
+    connect(iface, &QInterface::currentProjectChanged, m_commands, &QCommandsEditor::setProject);
+    connect(iface, &QInterface::currentProjectChanged, m_states, &QStatesEditor::setProject);
+    connect(m_workspace->findBar(), &QQuickFind::doFind, this,
+            [this](const QString& text, const QQuickFindOptions& options) {
+                if (QTextDocumentEditor* editor = current()) editor->find(text, options);
+            });
+    connect(m_workspace->findBar(), &QQuickFind::doReplace, this,
+            [this](const QString& source, const QString& dest, const QQuickFindOptions& options, bool all) {
+                if (QTextDocumentEditor* editor = current()) editor->replace(source, dest, options, all);
+            });
+
+    addEditorAction("editor_definitions", m_definitions);
+    addEditorAction("editor_commands", m_commands);
+    addEditorAction("editor_states", m_states);
+    window->viewMenu()->addActions(iface->editorActions()->actions());
+    window->viewMenu()->addSeparator();
+    addTextActions(window);
+}
+
+QTextDocumentEditor* QTextEditors::current() const
+{
+    for (QTextDocumentEditor* editor :
+         {static_cast<QTextDocumentEditor*>(m_definitions), static_cast<QTextDocumentEditor*>(m_commands),
+          static_cast<QTextDocumentEditor*>(m_states)})
+        if (editor->number() == iface->currentEditor()) return editor;
+    return nullptr;
+}
+
+void QTextEditors::addEditorAction(const char* name, QTextDocumentEditor* editor)
+{
+    const QString key = QLatin1String(name);
+    const int number = editor->number();
+    QAction* action = manager->add({QActionInfo::Everywhere}, key, QActionTexts::id(key), true, iface,
+                                   [this, number](bool on) {
+                                       if (on) iface->switchEditor(number);
+                                   });
+    action->setObjectName(QString::number(number));
+    iface->editorActions()->addAction(action);
+}
+
+void QTextEditors::addTextActions(MainWindow* window)
+{
+    const QList<int> text = {QActionInfo::DefinitionsScope, QActionInfo::CommandsScope,
+                             QActionInfo::StatesScope};
+    QMenu* edit = window->editMenu();
+    const auto toEditor = [this, text, edit](const char* name, void (QTextDocumentEditor::*slot)()) {
+        const QString key = QLatin1String(name);
+        edit->addAction(manager->add(text, key, QActionTexts::id(key), false, this, [this, slot]() {
+            if (QTextDocumentEditor* editor = current()) (editor->*slot)();
+        }));
+    };
+    toEditor("edit_undo", &QTextDocumentEditor::undo);
+    toEditor("edit_redo", &QTextDocumentEditor::redo);
+    edit->addSeparator();
+    toEditor("edit_cut", &QTextDocumentEditor::cut);
+    toEditor("edit_copy", &QTextDocumentEditor::copy);
+    toEditor("edit_paste", &QTextDocumentEditor::paste);
+    edit->addSeparator();
+    QTextWorkspace* workspace = m_workspace;
+    const auto toWorkspace = [this, text, workspace](QMenu* menu, const char* name,
+                                                     void (QTextWorkspace::*slot)()) {
+        const QString key = QLatin1String(name);
+        menu->addAction(manager->add(text, key, QActionTexts::id(key), false, workspace, slot));
+    };
+    toWorkspace(edit, "edit_find_replace", &QTextWorkspace::showFind);
+    edit->addSeparator();
+    toWorkspace(edit, "txt_goto", &QTextWorkspace::goToLine);
+    toWorkspace(edit, "txt_prev_error", &QTextWorkspace::prevError);
+    toWorkspace(edit, "txt_next_error", &QTextWorkspace::nextError);
+    toWorkspace(edit, "txt_prev_deprecation", &QTextWorkspace::prevDepr);
+    toWorkspace(edit, "txt_next_deprecation", &QTextWorkspace::nextDepr);
+    toWorkspace(edit, "txt_comment", &QTextWorkspace::comment);
+    QMenu* view = window->viewMenu();
+    toWorkspace(view, "view_zoomin", &QTextWorkspace::zoomIn);
+    toWorkspace(view, "view_zoomout", &QTextWorkspace::zoomOut);
+    toWorkspace(view, "view_zoomreset", &QTextWorkspace::zoomActual);
+    view->addSeparator();
+}

@@ -27,6 +27,8 @@ QTextWorkspace::QTextWorkspace(QWidget* parent) : QWidget(parent)
 
     auto* status = new QHBoxLayout;
     status->setContentsMargins(4, 1, 4, 1);
+    // A nested layout takes its parent's spacing, which is none here: the texts would run together.
+    status->setSpacing(16);
     const auto addLabel = [this, status](const char* name) {
         auto* label = new QLabel(this);
         label->setObjectName(QLatin1String(name));

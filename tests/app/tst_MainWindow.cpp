@@ -41,6 +41,15 @@ class tst_MainWindow : public QObject
 
     QTemporaryDir configDir;
 
+    // The user's "shortcuts.xml" in the test's configuration folder, holding these elements.
+    QString writeShortcuts(const QByteArray& elements) const
+    {
+        const QString path = configDir.filePath(QStringLiteral("shortcuts.xml"));
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly)) file.write("<shortcuts>" + elements + "</shortcuts>\n");
+        return path;
+    }
+
     static QStringList tabs(const MainWindow& window)
     {
         QStringList names;
@@ -259,13 +268,11 @@ private Q_SLOTS:
     // which the window writes back when it closes.
     void frameCommandsAndTheirKeys()
     {
-        const QString shortcuts = configDir.filePath(QStringLiteral("shortcuts.xml"));
+        const QString shortcuts =
+            writeShortcuts("<shortcut action=\"file_new\" keys=\"Ctrl+N\"/>"
+                           "<shortcut action=\"file_close_others\" keys=\"Ctrl+Alt+W\"/>"
+                           "<shortcut action=\"no_such_action\" keys=\"Ctrl+K\"/>");
         QFile file(shortcuts);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("<shortcuts><shortcut action=\"file_new\" keys=\"Ctrl+N\"/>"
-                   "<shortcut action=\"file_close_others\" keys=\"Ctrl+Alt+W\"/>"
-                   "<shortcut action=\"no_such_action\" keys=\"Ctrl+K\"/></shortcuts>\n");
-        file.close();
         QDialogRecorder dialogs;
         {
             MainWindow window;
@@ -300,13 +307,9 @@ private Q_SLOTS:
     // is saved with the project, and every line not typed in keeps its bytes.
     void textEditorsShowAndSaveTheProjectsFiles()
     {
-        const QString shortcuts = configDir.filePath(QStringLiteral("shortcuts.xml"));
-        QFile keys(shortcuts);
-        QVERIFY(keys.open(QIODevice::WriteOnly));
-        keys.write("<shortcuts><shortcut action=\"editor_definitions\" keys=\"Ctrl+1\"/>"
-                   "<shortcut action=\"editor_states\" keys=\"Ctrl+5\"/>"
-                   "<shortcut action=\"file_save\" keys=\"Ctrl+S\"/></shortcuts>\n");
-        keys.close();
+        const QString shortcuts = writeShortcuts("<shortcut action=\"editor_definitions\" keys=\"Ctrl+1\"/>"
+                                                 "<shortcut action=\"editor_states\" keys=\"Ctrl+5\"/>"
+                                                 "<shortcut action=\"file_save\" keys=\"Ctrl+S\"/>");
         ProjectFixture fixture;
         QVERIFY(fixture.make());
         const QByteArray states = "[Statedef 0]\r\ntype = S\r\nctrl = 0 \n\r\n";

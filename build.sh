@@ -119,37 +119,39 @@ screenshot() {
 }
 
 # Proves the two README commands on a fresh Debian 12: a minimal root made by debootstrap, this
-# repository and ../shared copied in, then "./build.sh test" and "./build.sh run" inside it (the editor
-# runs offscreen and must still be running after 30 seconds).
+# repository and ../shared copied in side by side at the root's top, then ".ci/run" and "./build.sh run"
+# inside it (the editor runs offscreen and must still be running after 30 seconds).
 verify_clean() {
-    local root="${1:-/tmp/tavrel-cleanroot}"
+    local root="${1:-$here/build/cleanroot}"
+    local name
+    name="$(basename "$here")"
     install_missing debootstrap
     if [ ! -x "$root/bin/bash" ]; then
         as_root debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
     fi
     # A fresh tree each time, as a new user's clone would be; ccache inside the root keeps a second run
     # quick.
-    as_root rm -rf "$root/work/main" "$root/work/shared"
-    as_root mkdir -p "$root/work/main" "$root/work/shared"
+    as_root rm -rf "${root:?}/$name" "${root:?}/shared"
+    as_root mkdir -p "$root/$name"
     (cd "$here" && git ls-files -z --cached --others --exclude-standard | tar --null -T - -cf -) |
-        as_root tar -xf - -C "$root/work/main"
-    if [ -d "$here/../shared" ]; then (cd "$here/.." && tar -cf - shared) | as_root tar -xf - -C "$root/work"; fi
+        as_root tar -xf - -C "$root/$name"
+    if [ -d "$here/../shared" ]; then (cd "$here/.." && tar -cf - shared) | as_root tar -xf - -C "$root"; fi
     as_root cp /etc/resolv.conf "$root/etc/resolv.conf"
     for fs in proc sys dev dev/pts; do
         mountpoint -q "$root/$fs" || as_root mount --bind "/$fs" "$root/$fs"
     done
     local status=0
-    as_root chroot "$root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb bash -c '
+    as_root chroot "$root" env -i HOME=/ PATH="$PATH" TERM=dumb TAVREL_TREE="/$name" bash -c '
         set -e
-        cd /work/main
+        cd "$TAVREL_TREE"
         bash .ci/run
         ./build.sh build
         set +e
         # Without the close question, so that the end of the time closes the editor in order.
-        mkdir -p /tmp/tavrel-config
+        config="$(mktemp -d)"
         echo "<configuration><config name=\"confirm_close\" value=\"false\"/></configuration>" \
-            >/tmp/tavrel-config/config.xml
-        TAVREL_CONFIG_DIR=/tmp/tavrel-config QT_QPA_PLATFORM=offscreen timeout -k 10 30 ./build.sh run
+            >"$config/config.xml"
+        TAVREL_CONFIG_DIR="$config" QT_QPA_PLATFORM=offscreen timeout -k 10 30 ./build.sh run
         status=$?
         [ "$status" -eq 124 ] && echo "Clean root: the editor was still running after 30 seconds." && exit 0
         echo "Clean root: the editor ended with status $status"; exit 1' || status=$?

@@ -14,7 +14,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTranslator>
 #include <QXmlStreamReader>
 
 // Counts what reaches it through Qt 5 style connections.
@@ -127,19 +126,6 @@ QList<Family> families()
     };
 }
 
-// Answers one text of the action table, so that a retranslation can be watched without .qm files.
-class OneTextTranslator : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* sourceText, const char*, int) const override
-    {
-        if (qstrcmp(context, "QActionTexts") == 0 && qstrcmp(sourceText, "&New project") == 0)
-            return QStringLiteral("&Fresh project");
-        return QString();
-    }
-    bool isEmpty() const override { return false; }
-};
-
 } // namespace
 
 class tst_ActionManager : public QObject
@@ -147,31 +133,6 @@ class tst_ActionManager : public QObject
     Q_OBJECT
 
 private slots:
-    void tableShowsFunctionAndKeys()
-    {
-        Fixture f;
-        Receiver receiver;
-        QAction* save = f.add({8}, "file_save", receiver);
-        f.add({1}, "def_new", receiver);
-        QVERIFY(f.manager->setShortcut(save, keys("Ctrl+S")));
-
-        QCOMPARE(f.manager->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Function"));
-        QCOMPARE(f.manager->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Keys"));
-        const unsigned id = QActionTexts::id("file_save");
-        QCOMPARE(f.manager->index(0, 0).data().toString(), QActionTexts::toolTip(id));
-        QCOMPARE(f.manager->index(0, 1).data().toString(), QStringLiteral("Ctrl+S"));
-        QCOMPARE(f.manager->index(1, 1).data().toString(), QString());
-        QVERIFY(!(f.manager->flags(f.manager->index(0, 0)) & Qt::ItemIsEditable));
-        QVERIFY(f.manager->flags(f.manager->index(0, 1)) & Qt::ItemIsEditable);
-
-        // A menu shows the key from the text; lists show neither key nor mnemonic.
-        QCOMPARE(save->text(), QActionTexts::text(id) + QStringLiteral("\tCtrl+S"));
-        QCOMPARE(save->iconText(), QStringLiteral("Save project"));
-        QVERIFY(save->shortcut().isEmpty());
-        QCOMPARE(f.manager->find("def_new"), f.manager->actions().at(1));
-        QCOMPARE(f.manager->find("spr_new"), nullptr);
-    }
-
     void editRoleBindsKeys_data()
     {
         QTest::addColumn<QVariant>("value");
@@ -179,9 +140,6 @@ private slots:
         QTest::addColumn<QString>("shown");
 
         QTest::newRow("text") << QVariant(QStringLiteral("Ctrl+K")) << true << "Ctrl+K";
-        QTest::newRow("two chords") << QVariant(QStringLiteral("Ctrl+K, Ctrl+D")) << true << "Ctrl+K, Ctrl+D";
-        QTest::newRow("from a key editor")
-            << QVariant::fromValue(keys("Alt+Shift+F3")) << true << "Alt+Shift+F3";
         QTest::newRow("empty clears") << QVariant(QString()) << true << "";
         QTest::newRow("taken in the same scope") << QVariant(QStringLiteral("Ctrl+T")) << false << "F2";
     }
@@ -416,24 +374,6 @@ private slots:
         QCOMPARE(list->action(0), global);
         f.manager->setScope(9);
         QCOMPARE(list->rowCount(), 0);
-    }
-
-    void retranslateReappliesTexts()
-    {
-        Fixture f;
-        Receiver receiver;
-        QAction* action = f.add({8}, "file_new", receiver);
-        QVERIFY(f.manager->setShortcut(action, keys("Ctrl+N")));
-        QSignalSpy headers(f.manager, &QAbstractItemModel::headerDataChanged);
-
-        OneTextTranslator translator;
-        QCoreApplication::installTranslator(&translator);
-        f.manager->retranslate();
-        QCoreApplication::removeTranslator(&translator);
-
-        QCOMPARE(action->text(), QStringLiteral("&Fresh project\tCtrl+N"));
-        QCOMPARE(action->iconText(), QStringLiteral("Fresh project"));
-        QCOMPARE(headers.size(), 1);
     }
 
     void saveAndLoadRoundTrip()

@@ -39,6 +39,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QListView>
+#include <QMap>
 #include <QMenu>
 #include <QStackedLayout>
 #include <QStatusBar>
@@ -387,56 +388,43 @@ void QInterface::openLooseFile(QProjectFileType kind, const QString& path)
     static const char* const names[] = {"def", "sff", "air", "cmd", "cns", "snd"};
     QTrace::write(QStringLiteral("open"), QLatin1String(names[kind]) + QLatin1Char(' ') + path);
     const uint codepage = (*mugenModel)[QStringLiteral("default_codepage")].toUInt();
+    // For each kind: whether a project already holds such a file, and how it reads one.
+    struct Kind
+    {
+        std::function<bool(QProject*)> occupied;
+        std::function<bool(QProject*)> load;
+    };
+    const QMap<QProjectFileType, Kind> kinds = {
+        {pftSprites,
+         {[](QProject* p) { return !p->sprites()->isEmpty() || p->sprites()->isModified(); },
+          // Read as a copy: the sprite file's own path is not kept, so a save asks where to write.
+          [&](QProject* p) { return p->sprites()->fromFile(path, true); }}},
+        {pftAnimations,
+         {[](QProject* p) { return !p->animations()->isEmpty(); },
+          [&](QProject* p) { return p->animations()->fromFile(path, int(codepage)); }}},
+        {pftCommands,
+         {[](QProject* p) { return !p->commands()->isEmpty(); },
+          [&](QProject* p) { return p->commands()->fromFile(path, codepage); }}},
+        {pftStates,
+         {[](QProject* p) { return p->statesCount() > 0; },
+          [&](QProject* p) {
+              QSyntaxTextEditor* states = p->addStatesFile(QString());
+              states->setObjectName(path);
+              if (states->fromFile(path, codepage)) return true;
+              p->removeStatesFile(p->statesCount() - 1);
+              return false;
+          }}},
+        {pftSounds,
+         {[](QProject* p) { return !p->sounds()->isEmpty(); },
+          [&](QProject* p) { return p->sounds()->fromFile(path); }}},
+    };
+    if (!kinds.contains(kind)) return;
     // A file goes into the current project when that project has no such file yet; else it gets a
     // project of its own, so that nothing the user has open is replaced.
-    bool occupied = false;
-    switch (kind) {
-    case pftSprites:
-        occupied = !current->sprites()->isEmpty() || current->sprites()->isModified();
-        break;
-    case pftAnimations:
-        occupied = !current->animations()->isEmpty();
-        break;
-    case pftCommands:
-        occupied = !current->commands()->isEmpty();
-        break;
-    case pftStates:
-        occupied = current->statesCount() > 0;
-        break;
-    case pftSounds:
-        occupied = !current->sounds()->isEmpty();
-        break;
-    default:
-        return;
-    }
-    const bool fresh = occupied;
+    const bool fresh = kinds[kind].occupied(current);
     if (fresh) newProject(false);
     QProject* project = current;
-    bool loaded = false;
-    switch (kind) {
-    case pftSprites:
-        // Loaded as a copy: the sprite file's own path is not kept, so a save asks where to write.
-        loaded = project->sprites()->fromFile(path, true);
-        break;
-    case pftAnimations:
-        loaded = project->animations()->fromFile(path, int(codepage));
-        break;
-    case pftCommands:
-        loaded = project->commands()->fromFile(path, codepage);
-        break;
-    case pftStates: {
-        QSyntaxTextEditor* states = project->addStatesFile(QString());
-        states->setObjectName(path);
-        loaded = states->fromFile(path, codepage);
-        if (!loaded) project->removeStatesFile(project->statesCount() - 1);
-        break;
-    }
-    case pftSounds:
-        loaded = project->sounds()->fromFile(path);
-        break;
-    default:
-        break;
-    }
+    const bool loaded = kinds[kind].load(project);
     QTrace::write(QStringLiteral("loaded"),
                   QLatin1String(names[kind]) +
                       (loaded ? QStringLiteral(" ok ") : QStringLiteral(" failed ")) + path);

@@ -51,23 +51,25 @@ int QBracketMatcher::counterpart(int character)
     }
 }
 
-QBracketMatcher::Result QBracketMatcher::forward(const QTextDocument* document, int position)
+// The one walk of both directions: from the bracket at column of block, over the brackets of the
+// following (step 1) or preceding (step -1) blocks, counting the nesting of brackets of the same side.
+QBracketMatcher::Result QBracketMatcher::walk(QTextBlock block, int column, int step)
 {
     Result result;
-    QTextBlock block = document->findBlock(position);
     const QList<QSyntaxParenthesis>* brackets = bracketsOf(block);
     if (!brackets) return result;
-    int index = indexAt(*brackets, position - block.position(), QSyntaxParenthesis::Opening);
+    const int side = step > 0 ? QSyntaxParenthesis::Opening : QSyntaxParenthesis::Closing;
+    int index = indexAt(*brackets, column, side);
     if (index < 0) return result;
     const QSyntaxParenthesis start = brackets->at(index);
-    result.bracket = position;
+    result.bracket = block.position() + column;
     result.kind = Mismatch;
 
     int depth = 0;
     for (;;) {
-        for (++index; index < brackets->size(); ++index) {
+        for (index += step; index >= 0 && index < brackets->size(); index += step) {
             const QSyntaxParenthesis& bracket = brackets->at(index);
-            if (bracket.type == QSyntaxParenthesis::Opening) {
+            if (bracket.type == side) {
                 ++depth;
             } else if (depth == 0) {
                 return partnerFound(result, start, bracket, block.position() + bracket.position);
@@ -76,44 +78,23 @@ QBracketMatcher::Result QBracketMatcher::forward(const QTextDocument* document, 
             }
         }
         do {
-            block = block.next();
+            block = step > 0 ? block.next() : block.previous();
         } while (block.isValid() && !bracketsOf(block));
         if (!block.isValid()) return result;
         brackets = bracketsOf(block);
-        index = -1;
+        index = step > 0 ? -1 : int(brackets->size());
     }
+}
+
+QBracketMatcher::Result QBracketMatcher::forward(const QTextDocument* document, int position)
+{
+    const QTextBlock block = document->findBlock(position);
+    return walk(block, position - block.position(), 1);
 }
 
 QBracketMatcher::Result QBracketMatcher::backward(const QTextDocument* document, int position)
 {
-    Result result;
-    if (position <= 0) return result;
-    QTextBlock block = document->findBlock(position - 1);
-    const QList<QSyntaxParenthesis>* brackets = bracketsOf(block);
-    if (!brackets) return result;
-    int index = indexAt(*brackets, position - 1 - block.position(), QSyntaxParenthesis::Closing);
-    if (index < 0) return result;
-    const QSyntaxParenthesis start = brackets->at(index);
-    result.bracket = position - 1;
-    result.kind = Mismatch;
-
-    int depth = 0;
-    for (;;) {
-        for (--index; index >= 0; --index) {
-            const QSyntaxParenthesis& bracket = brackets->at(index);
-            if (bracket.type == QSyntaxParenthesis::Closing) {
-                ++depth;
-            } else if (depth == 0) {
-                return partnerFound(result, start, bracket, block.position() + bracket.position);
-            } else {
-                --depth;
-            }
-        }
-        do {
-            block = block.previous();
-        } while (block.isValid() && !bracketsOf(block));
-        if (!block.isValid()) return result;
-        brackets = bracketsOf(block);
-        index = brackets->size();
-    }
+    if (position <= 0) return Result();
+    const QTextBlock block = document->findBlock(position - 1);
+    return walk(block, position - 1 - block.position(), -1);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QTextBlock>
+
 class QTextDocument;
 
 // The partner of a bracket, found through the bracket lists the checkers leave in each block's
@@ -29,4 +31,7 @@ public:
     static Result backward(const QTextDocument* document, int position);
     // The closing character of an opening one and the other way round; 0 for any other character.
     static int counterpart(int character);
+
+private:
+    static Result walk(QTextBlock block, int column, int step);
 };

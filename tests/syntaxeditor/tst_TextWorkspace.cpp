@@ -353,20 +353,6 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray("[Statedef 0]\r\ntype = SA\r\nctrl = 0 \n\r\n"));
     }
-
-    void zoomStepsAndReturns()
-    {
-        Shown shown = show(QStringLiteral("a"));
-        const int base = shown.view()->font().pointSize();
-        QCOMPARE(shown.workspace->baseFontSize(), base);
-        shown.workspace->zoomIn();
-        shown.workspace->zoomIn();
-        QCOMPARE(shown.view()->font().pointSize(), base + 2);
-        shown.workspace->zoomOut();
-        QCOMPARE(shown.view()->font().pointSize(), base + 1);
-        shown.workspace->zoomActual();
-        QCOMPARE(shown.view()->font().pointSize(), base);
-    }
 };
 
 QTEST_MAIN(tst_TextWorkspace)

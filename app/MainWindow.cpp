@@ -11,12 +11,14 @@
 #include "QMugenSyntaxHierarchy.h"
 #include "QTextEditors.h"
 #include "QUserDialogs.h"
+#include "QWindowState.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QListView>
 #include <QMenuBar>
+#include <QToolBar>
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
@@ -66,6 +68,11 @@ void MainWindow::buildForm()
     menuTools = addMenu("menuTools");
     menuHelp = addMenu("menuHelp");
 
+    mainBar = addToolBar(QString());
+    mainBar->setObjectName(QStringLiteral("mainToolbar"));
+    extraBar = addToolBar(QString());
+    extraBar->setObjectName(QStringLiteral("extraToolbar"));
+
     actionsDock = new QDockWidget(this);
     actionsDock->setObjectName(QStringLiteral("actions"));
     actList = new QListView(actionsDock);
@@ -84,7 +91,35 @@ void MainWindow::retranslate()
     menuTools->setTitle(tr("Tools"));
     menuHelp->setTitle(tr("Help"));
     actionsDock->setWindowTitle(tr("Action list"));
+    mainBar->setWindowTitle(tr("Main tool bar"));
+    extraBar->setWindowTitle(tr("Editors tool bar"));
     if (iface) iface->retranslate();
+}
+
+void MainWindow::restoreToolbars(const QWindowState& state)
+{
+    removeToolBar(mainBar);
+    removeToolBar(extraBar);
+    QToolBar* first = state.toolbarFirst ? mainBar : extraBar;
+    QToolBar* second = state.toolbarFirst ? extraBar : mainBar;
+    addToolBar(Qt::TopToolBarArea, first);
+    if (state.toolbarBreak) addToolBarBreak(Qt::TopToolBarArea);
+    addToolBar(Qt::TopToolBarArea, second);
+    // removeToolBar hides them; their own keys say whether they come back.
+    mainBar->setVisible(state.mainToolbar);
+    extraBar->setVisible(state.extraToolbar);
+}
+
+void MainWindow::storeToolbars(QWindowState* state) const
+{
+    state->mainToolbar = !mainBar->isHidden();
+    state->extraToolbar = !extraBar->isHidden();
+    state->toolbarBreak = toolBarBreak(mainBar) || toolBarBreak(extraBar);
+    // A hidden bar has no place to compare; the order it was restored with stands.
+    if (mainBar->isHidden() || extraBar->isHidden()) return;
+    // Laid out in one row, the first one stands further left; in two rows, further up.
+    const QPoint main = mainBar->pos(), extra = extraBar->pos();
+    state->toolbarFirst = main.y() != extra.y() ? main.y() < extra.y() : main.x() <= extra.x();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -9,6 +9,8 @@ class QModelTables;
 class QTextEditors;
 class QListView;
 class QMenu;
+class QToolBar;
+struct QWindowState;
 
 // The one top-level window. Its form is the menu bar with the five menus, the dock of the action list
 // and the central area where QInterface puts the project tabs and the workspaces.
@@ -27,6 +29,11 @@ public:
     QMenu* viewMenu() const { return menuView; }
     QMenu* toolsMenu() const { return menuTools; }
     QMenu* helpMenu() const { return menuHelp; }
+    // The project and edit commands, and the switches between the editors.
+    QToolBar* mainToolBar() const { return mainBar; }
+    QToolBar* extraToolBar() const { return extraBar; }
+    void restoreToolbars(const QWindowState& state);
+    void storeToolbars(QWindowState* state) const;
 
 public Q_SLOTS:
     void retranslate();
@@ -43,6 +50,8 @@ private:
     QMenu* menuView = nullptr;
     QMenu* menuTools = nullptr;
     QMenu* menuHelp = nullptr;
+    QToolBar* mainBar = nullptr;
+    QToolBar* extraBar = nullptr;
     QDockWidget* actionsDock = nullptr;
     QListView* actList = nullptr;
     QInterface* iface = nullptr;

@@ -8,6 +8,9 @@
 
 #include <QDockWidget>
 #include <QMenu>
+#include <QToolBar>
+
+#include <utility>
 
 QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWindow* window)
     : QObject(iface), manager(manager), iface(iface)
@@ -31,6 +34,22 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
                      QActionTexts::id(QStringLiteral("file_exit")), false, window, &MainWindow::close);
     project->addAction(exit);
 
+    QMenu* edit = window->editMenu();
+    QToolBar* bar = window->mainToolBar();
+    bar->addActions({manager->find(QStringLiteral("file_new")), manager->find(QStringLiteral("file_open")),
+                     manager->find(QStringLiteral("file_save"))});
+    bar->addSeparator();
+    for (const auto& [name, slot] : {std::pair{"edit_undo", SLOT(editUndo())},
+                                     {"edit_redo", SLOT(editRedo())},
+                                     {"edit_cut", SLOT(editCut())},
+                                     {"edit_copy", SLOT(editCopy())},
+                                     {"edit_paste", SLOT(editPaste())}}) {
+        edit->addAction(add(name, slot));
+        if (qstrcmp(name, "edit_redo") == 0) edit->addSeparator();
+    }
+    edit->addSeparator();
+    bar->addActions({manager->find(QStringLiteral("edit_undo")), manager->find(QStringLiteral("edit_redo"))});
+
     // The dock's own toggle keeps the check mark true when the dock is closed by its title bar.
     QDockWidget* dock = window->findChild<QDockWidget*>(QStringLiteral("actions"));
     QAction* actions = manager->add({QActionInfo::Everywhere}, QStringLiteral("view_actions"),
@@ -44,6 +63,25 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
         });
     }
     window->viewMenu()->addAction(actions);
+    QAction* left = manager->add({QActionInfo::Everywhere}, QStringLiteral("view_left_panel"),
+                                 QActionTexts::id(QStringLiteral("view_left_panel")), true, iface,
+                                 SLOT(viewLeftPanel(bool)));
+    QAction* right = manager->add({QActionInfo::Everywhere}, QStringLiteral("view_right_panel"),
+                                  QActionTexts::id(QStringLiteral("view_right_panel")), true, iface,
+                                  SLOT(viewRightPanel(bool)));
+    window->viewMenu()->addAction(left);
+    window->viewMenu()->addAction(right);
+}
+
+void QFrameActions::showPanelStates()
+{
+    // Called once the window state is restored, without running the slots again.
+    for (const auto& [name, shown] : {std::pair{"view_left_panel", iface->isLeftPanelShown()},
+                                      {"view_right_panel", iface->isRightPanelShown()}}) {
+        QAction* action = manager->find(QLatin1String(name));
+        const QSignalBlocker blocker(action);
+        action->setChecked(shown);
+    }
 }
 
 QAction* QFrameActions::add(const char* name, const char* slot)

@@ -16,6 +16,8 @@ class QFrameActions : public QObject
 
 public:
     QFrameActions(QActionManager* manager, QInterface* iface, MainWindow* window);
+    // Checks the panel switches as the restored window state has them.
+    void showPanelStates();
 
 private:
     QAction* add(const char* name, const char* slot);

@@ -16,6 +16,7 @@
 #include "QInterfaceEditor.h"
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
+#include "QPanelWidget.h"
 #include "QPresetManager.h"
 #include "QProgress.h"
 #include "QProject.h"
@@ -31,6 +32,7 @@
 #include "QSyntaxTextEditor.h"
 #include "QTrace.h"
 #include "QUserDialogs.h"
+#include "QWindowState.h"
 
 #include <QActionGroup>
 #include <QCoreApplication>
@@ -41,6 +43,7 @@
 #include <QListView>
 #include <QMap>
 #include <QMenu>
+#include <QSplitter>
 #include <QStackedLayout>
 #include <QStatusBar>
 #include <QTabBar>
@@ -60,16 +63,29 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     projectTabs->setObjectName(QStringLiteral("projectTabs"));
     projectTabs->setMovable(true);
     projectTabs->setTabsClosable(true);
+    projectTabs->setExpanding(false);
     layout->addWidget(projectTabs);
-    panelTitle = new QLabel(central);
-    panelTitle->setObjectName(QStringLiteral("panelTitle"));
-    panelTitle->setContentsMargins(4, 2, 4, 2);
-    layout->addWidget(panelTitle);
     connect(projectTabs, &QTabBar::currentChanged, this, &QInterface::projTabsChanged);
     connect(projectTabs, &QTabBar::tabMoved, this, &QInterface::projTabsMoved);
     connect(projectTabs, &QTabBar::tabCloseRequested, this, &QInterface::projTabsClosed);
-    workspaces = new QStackedLayout;
-    layout->addLayout(workspaces, 1);
+    // Left the current editor's panel, in the middle the workspace, right the side editor.
+    splitter = new QSplitter(Qt::Horizontal, central);
+    splitter->setObjectName(QStringLiteral("panels"));
+    splitter->setChildrenCollapsible(false);
+    leftPanel = new QPanelWidget(splitter);
+    leftPanel->setObjectName(QStringLiteral("leftPanel"));
+    auto* middle = new QWidget(splitter);
+    workspaces = new QStackedLayout(middle);
+    workspaces->setContentsMargins(0, 0, 0, 0);
+    rightPanel = new QPanelWidget(splitter);
+    rightPanel->setObjectName(QStringLiteral("rightPanel"));
+    rightPanel->hide();
+    splitter->addWidget(leftPanel);
+    splitter->addWidget(middle);
+    splitter->addWidget(rightPanel);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({220, 800, 220});
+    layout->addWidget(splitter, 1);
 
     QEditorSwitcher::Hooks hooks;
     hooks.showWorkspace = [this](int number) { workspaces->setCurrentIndex(number); };
@@ -77,8 +93,17 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     hooks.setScope = [this](int scope) {
         actions->setScope(scope >= QEditorSwitcher::NoEditor ? int(QActionInfo::FrameScope) : scope);
     };
-    hooks.setPanelTitle = [this](const QString&) { updateEditorName(); };
-    hooks.clearPanels = [this]() { panelTitle->clear(); };
+    hooks.setPanelTitle = [this](const QString&) {
+        updateEditorName();
+        QInterfaceEditor* shown = switcher.editor(switcher.currentEditor());
+        leftPanel->setContent(shown ? shown->panel() : nullptr);
+    };
+    hooks.clearPanels = [this]() {
+        leftPanel->setTitle(QString());
+        leftPanel->setContent(nullptr);
+        rightPanel->setTitle(QString());
+        rightPanel->setContent(nullptr);
+    };
     hooks.checkEditorAction = [this](int number) {
         for (QAction* action : editorGroup->actions()) {
             // Checking would trigger another switch to the editor being switched to.
@@ -113,9 +138,10 @@ QInterface::~QInterface()
 
 void QInterface::setup()
 {
-    new QFrameActions(actions, this, window);
+    auto* frameActions = new QFrameActions(actions, this, window);
     restoreShortcuts();
     restoreWindowState();
+    frameActions->showPanelStates();
     // The first registered editor becomes current; with none, the none state.
     switcher.switchTo(editorList.isEmpty() ? QEditorSwitcher::NoEditor : editorList.first()->number());
     newProject(false);
@@ -518,7 +544,7 @@ void QInterface::registerWorkspace(int number, QInterfaceWorkspace* workspace, Q
 
 void QInterface::updateEditorName()
 {
-    panelTitle->setText(switcher.panelTitle([](const QString& title) {
+    leftPanel->setTitle(switcher.panelTitle([](const QString& title) {
         return QCoreApplication::translate("QInterfaceEditor", title.toUtf8().constData());
     }));
 }
@@ -586,15 +612,24 @@ void QInterface::buildAppearanceMenus()
 
 void QInterface::restoreWindowState()
 {
-    QMugenModel& config = *mugenModel;
-    const int width = config[QStringLiteral("window_width")].toInt();
-    const int height = config[QStringLiteral("window_height")].toInt();
-    if (width > 0 && height > 0) window->resize(width, height);
-    window->move(config[QStringLiteral("window_left")].toInt(), config[QStringLiteral("window_top")].toInt());
-    if (config[QStringLiteral("window_state")].toInt() & Qt::WindowMaximized)
+    QWindowState state;
+    state.read(*mugenModel);
+    window->resize(state.geometry.size());
+    window->move(state.geometry.topLeft());
+    if (state.state & Qt::WindowMaximized)
         window->setWindowState(window->windowState() | Qt::WindowMaximized);
-    const QVariant showActions = config[QStringLiteral("show_action_list")];
-    actionsDock->setVisible(!showActions.isValid() || showActions.toBool());
+    actionsDock->setVisible(state.showActionList);
+    const auto area = Qt::DockWidgetArea(state.actionListArea);
+    if (area == Qt::LeftDockWidgetArea || area == Qt::RightDockWidgetArea || area == Qt::TopDockWidgetArea ||
+        area == Qt::BottomDockWidgetArea)
+        window->addDockWidget(area, actionsDock);
+    if (state.actionListWidth > 0)
+        window->resizeDocks({actionsDock}, {state.actionListWidth}, Qt::Horizontal);
+    leftPanelWanted = state.showLeftPanel;
+    rightPanelWanted = state.showRightPanel;
+    leftPanel->setVisible(leftPanelWanted);
+    window->restoreToolbars(state);
+    windowState = state;
 }
 
 void QInterface::restoreShortcuts()
@@ -611,12 +646,66 @@ void QInterface::storeWindowState()
 {
     actions->save(QConfigLocation::standard().writePath(QStringLiteral("shortcuts.xml")));
     if (!mugenModel) return;
-    QMugenModel& config = *mugenModel;
-    const QRect normal = window->normalGeometry();
-    config[QStringLiteral("window_left")] = normal.x();
-    config[QStringLiteral("window_top")] = normal.y();
-    config[QStringLiteral("window_width")] = normal.width();
-    config[QStringLiteral("window_height")] = normal.height();
-    config[QStringLiteral("window_state")] = int(window->windowState());
-    config[QStringLiteral("show_action_list")] = !actionsDock->isHidden();
+    QWindowState state = windowState;
+    state.geometry = window->normalGeometry();
+    state.state = int(window->windowState());
+    state.showActionList = !actionsDock->isHidden();
+    state.actionListWidth = actionsDock->width();
+    state.actionListArea = int(window->dockWidgetArea(actionsDock));
+    state.showLeftPanel = leftPanelWanted;
+    state.showRightPanel = rightPanelWanted;
+    window->storeToolbars(&state);
+    for (auto it = floatingTools.cbegin(); it != floatingTools.cend(); ++it) {
+        if (!it.value()) continue;
+        QWindowState::Floating& tool = state.floating[it.key()];
+        tool.shown = it.value()->isVisible();
+        tool.position = it.value()->pos();
+    }
+    state.write(*mugenModel);
+}
+
+void QInterface::addFloatingTool(const QString& name, QWidget* tool)
+{
+    floatingTools.insert(name, tool);
+    const QWindowState::Floating place = windowState.floating.value(name);
+    if (!place.position.isNull()) tool->move(place.position);
+    if (place.shown) tool->show();
+}
+
+void QInterface::viewLeftPanel(bool shown)
+{
+    leftPanelWanted = shown;
+    leftPanel->setVisible(shown);
+}
+
+void QInterface::viewRightPanel(bool shown)
+{
+    rightPanelWanted = shown;
+    // The right panel shows only while a side editor has something in it.
+    rightPanel->setVisible(shown && rightPanel->content());
+}
+
+void QInterface::editUndo()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->undo();
+}
+
+void QInterface::editRedo()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->redo();
+}
+
+void QInterface::editCut()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->cut();
+}
+
+void QInterface::editCopy()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->copy();
+}
+
+void QInterface::editPaste()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->paste();
 }

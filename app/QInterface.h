@@ -2,9 +2,12 @@
 
 #include "QEditorSwitcher.h"
 #include "QProjectTypes.h"
+#include "QWindowState.h"
 
 #include <QFileSystemWatcher>
+#include <QMap>
 #include <QObject>
+#include <QPointer>
 
 class ErrorDlg;
 class QInterfaceEditor;
@@ -22,6 +25,8 @@ class QTabBar;
 class QLabel;
 class QToolButton;
 class QStackedLayout;
+class QSplitter;
+class QPanelWidget;
 
 // The object behind the main window: it holds the open projects (one tab each), answers their
 // questions, carries every menu command of the frame and reads the hand-off file of later starts.
@@ -59,6 +64,12 @@ public:
     // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
     // skipped without a word.
     void openHandedFile(const QString& path);
+    // A floating tool window (the multi-file find, ...) that remembers whether it was open and where.
+    void addFloatingTool(const QString& name, QWidget* tool);
+    // The state the window was restored to, for the parts that are built later.
+    const QWindowState& restoredState() const { return windowState; }
+    bool isLeftPanelShown() const { return leftPanelWanted; }
+    bool isRightPanelShown() const { return rightPanelWanted; }
 
 public Q_SLOTS:
     void newProject(bool fromTemplate);
@@ -92,6 +103,14 @@ public Q_SLOTS:
     void fileCheck();
     // Shows the current editor's title in the panel title, with "*" while it is modified.
     void updateEditorName();
+    // The edit commands go to the current editor, whichever kind it is.
+    void editUndo();
+    void editRedo();
+    void editCut();
+    void editCopy();
+    void editPaste();
+    void viewLeftPanel(bool shown);
+    void viewRightPanel(bool shown);
 
 Q_SIGNALS:
     // Another project became current (null while the window goes away); editors switch to it.
@@ -118,7 +137,9 @@ private:
     QTabBar* projectTabs;
     QStackedLayout* workspaces;
     QLabel* projectLabel;
-    QLabel* panelTitle;
+    QSplitter* splitter;
+    QPanelWidget* leftPanel;
+    QPanelWidget* rightPanel;
     QActionGroup* editorGroup;
     QToolButton* issueButton;
     ErrorDlg* issues = nullptr;
@@ -128,4 +149,8 @@ private:
     QString handOffPath;
     QEditorSwitcher switcher;
     QList<QInterfaceEditor*> editorList;
+    QWindowState windowState;
+    QMap<QString, QPointer<QWidget>> floatingTools;
+    bool leftPanelWanted = true;
+    bool rightPanelWanted = true;
 };

@@ -13,6 +13,7 @@
 
 #include <QActionGroup>
 #include <QMenu>
+#include <QToolBar>
 
 QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     : QObject(iface), iface(iface), manager(iface->actionManager())
@@ -46,6 +47,10 @@ QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     addEditorAction("editor_commands", m_commands);
     addEditorAction("editor_states", m_states);
     window->viewMenu()->addActions(iface->editorActions()->actions());
+    window->extraToolBar()->addActions(iface->editorActions()->actions());
+    m_definitions->outline()->setObjectName(QStringLiteral("def_tree"));
+    m_commands->outline()->setObjectName(QStringLiteral("cmd_tree"));
+    m_states->outline()->setObjectName(QStringLiteral("st_tree"));
     window->viewMenu()->addSeparator();
     addTextActions(window);
 }
@@ -76,19 +81,6 @@ void QTextEditors::addTextActions(MainWindow* window)
     const QList<int> text = {QActionInfo::DefinitionsScope, QActionInfo::CommandsScope,
                              QActionInfo::StatesScope};
     QMenu* edit = window->editMenu();
-    const auto toEditor = [this, text, edit](const char* name, void (QTextDocumentEditor::*slot)()) {
-        const QString key = QLatin1String(name);
-        edit->addAction(manager->add(text, key, QActionTexts::id(key), false, this, [this, slot]() {
-            if (QTextDocumentEditor* editor = current()) (editor->*slot)();
-        }));
-    };
-    toEditor("edit_undo", &QTextDocumentEditor::undo);
-    toEditor("edit_redo", &QTextDocumentEditor::redo);
-    edit->addSeparator();
-    toEditor("edit_cut", &QTextDocumentEditor::cut);
-    toEditor("edit_copy", &QTextDocumentEditor::copy);
-    toEditor("edit_paste", &QTextDocumentEditor::paste);
-    edit->addSeparator();
     QTextWorkspace* workspace = m_workspace;
     const auto toWorkspace = [this, text, workspace](QMenu* menu, const char* name,
                                                      void (QTextWorkspace::*slot)()) {

@@ -5,6 +5,7 @@
 #include <QString>
 
 class QProject;
+class QWidget;
 
 // A workspace: the page of the central area that one or more editors show themselves in (the text
 // workspace, the sprite workspace). Switching editors switches workspaces only when they differ.
@@ -44,4 +45,13 @@ public:
     virtual void navigate(int fileIndex, int index, int subIndex) = 0;
     // Whether the user can reach the editor now (its action is visible).
     virtual bool isAvailable() const { return true; }
+    // What the editor shows in the left side panel while it is current (its outline, its list), or
+    // null; the editor keeps it and the panel only borrows it.
+    virtual QWidget* panel() const { return nullptr; }
+    // The window's edit commands, sent to whichever editor is current.
+    virtual void undo() {}
+    virtual void redo() {}
+    virtual void cut() {}
+    virtual void copy() {}
+    virtual void paste() {}
 };

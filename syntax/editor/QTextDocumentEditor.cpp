@@ -1,5 +1,7 @@
 #include "QTextDocumentEditor.h"
 
+#include "QOutlineView.h"
+#include "QSyntaxHierarchy.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextEditor.h"
 #include "QTextWorkspace.h"
@@ -36,8 +38,26 @@ QTextCursor search(const QTextDocument* document, const QString& text, const QQu
 } // namespace
 
 QTextDocumentEditor::QTextDocumentEditor(QTextWorkspace* workspace, QObject* parent)
-    : QObject(parent), m_workspace(workspace)
-{}
+    : QObject(parent), m_workspace(workspace), m_outline(new QOutlineView)
+{
+    m_outline->hide();
+    connect(m_outline, &QOutlineView::blockActivated, this, [this](int block) {
+        if (!m_text) return;
+        m_workspace->goToBlock(block);
+        m_workspace->editor()->setFocus();
+    });
+}
+
+QTextDocumentEditor::~QTextDocumentEditor()
+{
+    // The outline may sit in a side panel of the window; it is the editor's all the same.
+    delete m_outline;
+}
+
+QWidget* QTextDocumentEditor::panel() const
+{
+    return m_outline;
+}
 
 void QTextDocumentEditor::bind(QSyntaxTextEditor* text)
 {
@@ -46,6 +66,7 @@ void QTextDocumentEditor::bind(QSyntaxTextEditor* text)
     if (text)
         modifiedConnection = connect(text->document, &QTextDocument::modificationChanged, this,
                                      &QTextDocumentEditor::titleChanged);
+    if (m_outline) m_outline->setHierarchy(text ? text->hierarchy() : nullptr);
     if (active) m_workspace->setText(text);
     emit titleChanged();
 }
@@ -59,11 +80,18 @@ void QTextDocumentEditor::activate()
 {
     active = true;
     m_workspace->setText(m_text);
+    disconnect(cursorConnection);
+    QTextEditor* editor = m_workspace->editor();
+    cursorConnection = connect(editor, &QPlainTextEdit::cursorPositionChanged, this, [this, editor]() {
+        if (m_outline && m_text) m_outline->followBlock(editor->textCursor().blockNumber());
+    });
+    if (m_outline && m_text) m_outline->followBlock(editor->textCursor().blockNumber());
 }
 
 void QTextDocumentEditor::deactivate()
 {
     active = false;
+    disconnect(cursorConnection);
 }
 
 void QTextDocumentEditor::navigate(int fileIndex, int index, int subIndex)

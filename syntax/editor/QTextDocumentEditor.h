@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QInterfaceEditor.h"
+#include "QOutlineView.h"
 #include "QQuickFindOption.h"
 #include "QSyntaxTextEditor.h"
 
@@ -17,6 +18,7 @@ class QTextDocumentEditor : public QObject, public QInterfaceEditor
     Q_OBJECT
 public:
     explicit QTextDocumentEditor(QTextWorkspace* workspace, QObject* parent = nullptr);
+    ~QTextDocumentEditor() override;
 
     QTextWorkspace* textWorkspace() const { return m_workspace; }
     QSyntaxTextEditor* text() const { return m_text; }
@@ -30,13 +32,16 @@ public:
     void deactivate() override;
     // Puts the cursor on the 0-based line index of the bound file.
     void navigate(int fileIndex, int index, int subIndex) override;
+    // The outline of the bound file.
+    QWidget* panel() const override;
+    QOutlineView* outline() const { return m_outline; }
 
 public Q_SLOTS:
-    void undo();
-    void redo();
-    void cut();
-    void copy();
-    void paste();
+    void undo() override;
+    void redo() override;
+    void cut() override;
+    void copy() override;
+    void paste() override;
     // Selects the next hit; false, after telling the user, when there is none.
     bool find(const QString& text, const QQuickFindOptions& options);
     // Replaces the selection when it is a hit and finds the next; with all, every hit of the text in
@@ -51,5 +56,7 @@ private:
     QTextWorkspace* m_workspace;
     QPointer<QSyntaxTextEditor> m_text;
     QMetaObject::Connection modifiedConnection;
+    QMetaObject::Connection cursorConnection;
+    QPointer<QOutlineView> m_outline;
     bool active = false;
 };

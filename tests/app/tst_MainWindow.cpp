@@ -12,6 +12,7 @@
 #include "QDialogRecorder.h"
 #include "QInterface.h"
 #include "QMugenModel.h"
+#include "QPanelWidget.h"
 #include "QProject.h"
 #include "QProjectStatus.h"
 #include "QRGBPalette.h"
@@ -33,7 +34,9 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
+#include <QTreeView>
 
 class tst_MainWindow : public QObject
 {
@@ -146,15 +149,45 @@ private Q_SLOTS:
         }
     }
 
-    void windowGeometryIsStoredInTheConfiguration()
+    // What the user left is what the next start shows: panels, dock, tool bars and sizes go through
+    // the configuration, and keys the configuration never held keep the window usable.
+    void windowStateRoundTrip()
     {
+        QMugenModel& config = *mugenModel;
+        config[QStringLiteral("show_left_panel")] = false;
+        config[QStringLiteral("show_action_list")] = false;
+        config[QStringLiteral("toolbar_first")] = false;
+        config[QStringLiteral("toolbar_break")] = true;
+        config[QStringLiteral("main_toolbar")] = false;
+        config.settings.remove(QStringLiteral("window_width"));
+        config[QStringLiteral("window_height")] = QStringLiteral("not a number");
+        config[QStringLiteral("find_multi_x")] = 40;
         {
             MainWindow window;
+            auto* left = window.findChild<QPanelWidget*>(QStringLiteral("leftPanel"));
+            QVERIFY(left && left->isHidden());
+            QVERIFY(window.findChild<QDockWidget*>(QStringLiteral("actions"))->isHidden());
+            QVERIFY(window.mainToolBar()->isHidden());
+            QVERIFY(window.toolBarBreak(window.mainToolBar()));
+            QCOMPARE(
+                window.interface()->restoredState().floating.value(QStringLiteral("find_multi")).position,
+                QPoint(40, 0));
+            // The fallback size, not a window of nothing.
+            QCOMPARE(window.size(), QSize(580, 750));
+            window.interface()->actionManager()->find(QStringLiteral("view_left_panel"))->trigger();
+            QVERIFY(!left->isHidden());
             window.resize(640, 480);
             window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&window));
         }
-        QCOMPARE((*mugenModel)[QStringLiteral("window_width")].toInt(), 640);
-        QCOMPARE((*mugenModel)[QStringLiteral("window_height")].toInt(), 480);
+        QCOMPARE(config[QStringLiteral("window_width")].toInt(), 640);
+        QCOMPARE(config[QStringLiteral("window_height")].toInt(), 480);
+        QCOMPARE(config[QStringLiteral("show_left_panel")].toBool(), true);
+        QCOMPARE(config[QStringLiteral("show_action_list")].toBool(), false);
+        QCOMPARE(config[QStringLiteral("main_toolbar")].toBool(), false);
+        QCOMPARE(config[QStringLiteral("toolbar_first")].toBool(), false);
+        QCOMPARE(config[QStringLiteral("find_multi_x")].toInt(), 40);
+        QVERIFY(config.settings.contains(QStringLiteral("show_calculator")));
         QVERIFY(QFile::exists(configDir.filePath(QStringLiteral("config.xml"))));
     }
 
@@ -322,14 +355,15 @@ private Q_SLOTS:
         iface->openProject(fixture.def());
         QTextWorkspace* workspace = window.texts()->workspace();
         QTextEditor* editor = workspace->editor();
-        auto* title = window.findChild<QLabel*>(QStringLiteral("panelTitle"));
-        QVERIFY(title);
-        QCOMPARE(title->text(), QStringLiteral("Definitions"));
+        auto* panel = window.findChild<QPanelWidget*>(QStringLiteral("leftPanel"));
+        QVERIFY(panel);
+        QCOMPARE(panel->title(), QStringLiteral("Definitions"));
+        QCOMPARE(panel->content()->objectName(), QStringLiteral("def_tree"));
         QCOMPARE(editor->document(), iface->currentProject()->definitions()->document);
 
         QTest::keyClick(&window, Qt::Key_5, Qt::ControlModifier);
         QCOMPARE(iface->currentEditor(), 4);
-        QCOMPARE(title->text(), QStringLiteral("States"));
+        QCOMPARE(panel->title(), QStringLiteral("States"));
         QStringList checked;
         for (QAction* action : iface->editorActions()->actions())
             if (action->isChecked()) checked << action->objectName();
@@ -339,15 +373,24 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabText(0), QStringLiteral("test.cns"));
         QCOMPARE(editor->document(), iface->currentProject()->states(0)->document);
         QCOMPARE(editor->toPlainText(), QStringLiteral("[Statedef 0]\ntype = S\nctrl = 0 \n\n"));
+        // The outline in the side panel takes the user to the line of an item.
+        auto* tree = qobject_cast<QTreeView*>(panel->content());
+        QVERIFY(tree && tree->objectName() == QStringLiteral("st_tree") && tree->isVisible());
+        QTRY_VERIFY(tree->model() && tree->model()->rowCount() == 1);
+        const QModelIndex stateDef = tree->model()->index(0, 0);
+        QCOMPARE(stateDef.data().toString(), QStringLiteral("0"));
+        editor->moveCursor(QTextCursor::End);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(stateDef).center());
+        QCOMPARE(editor->textCursor().blockNumber(), 0);
 
         QTextCursor cursor(editor->document()->findBlockByNumber(1));
         cursor.movePosition(QTextCursor::EndOfBlock);
         editor->setTextCursor(cursor);
         editor->setFocus();
         QTest::keyClicks(editor, QStringLiteral("A"));
-        QCOMPARE(title->text(), QStringLiteral("States*"));
+        QCOMPARE(panel->title(), QStringLiteral("States*"));
         QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(title->text(), QStringLiteral("States"));
+        QCOMPARE(panel->title(), QStringLiteral("States"));
         QFile saved(fixture.file(QStringLiteral("test.cns")));
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(saved.readAll(), QByteArray("[Statedef 0]\r\ntype = SA\r\nctrl = 0 \n\r\n"));

@@ -34,6 +34,8 @@ packages=(
 
 # Only for looking at the window as a user sees it (./build.sh screenshot).
 look_packages=(xvfb xdotool imagemagick)
+# The end-to-end test drives the real window on a virtual X server by keys.
+test_packages=(xvfb xdotool)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -178,7 +180,7 @@ verify-clean)
     verify_clean "${2:-}"
     ;;
 test)
-    install_missing
+    install_missing "${test_packages[@]}"
     check_format
     build="$here/build/asan"
     cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTAVREL_SANITIZE=ON -DTAVREL_WERROR=ON \

@@ -33,6 +33,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     fileWatcherManager = new QFileWatcherManager;
     iface = new QInterface(this, actionsDock, actList);
     textEditors = new QTextEditors(iface, this);
+    textEditors->retranslate();
     iface->setup();
 }
 
@@ -94,6 +95,7 @@ void MainWindow::retranslate()
     mainBar->setWindowTitle(tr("Main tool bar"));
     extraBar->setWindowTitle(tr("Editors tool bar"));
     if (iface) iface->retranslate();
+    if (textEditors) textEditors->retranslate();
 }
 
 void MainWindow::restoreToolbars(const QWindowState& state)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "QProject.h"
 #include "QTextDocumentEditor.h"
 
-class QProject;
+#include <QPointer>
 
 // The definitions file of the current project as text.
 class QDefinitionsEditor : public QTextDocumentEditor
@@ -19,6 +20,14 @@ public:
     int number() const override { return 0; }
     int scope() const override;
 
+    void newFile() override;
+    void openFile() override;
+    void saveFile() override;
+    void saveFileAs() override;
+
 public Q_SLOTS:
     void setProject(QProject* project);
+
+private:
+    QPointer<QProject> project;
 };

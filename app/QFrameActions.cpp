@@ -23,6 +23,14 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     project->addAction(add("file_saveas", SLOT(fileSaveAs())));
     project->addAction(add("file_backup", SLOT(fileBackup())));
     project->addSeparator();
+    // The file of the current editor, whichever it is.
+    project->addAction(add("editor_new", SLOT(editorNew())));
+    project->addAction(add("editor_open", SLOT(editorOpen())));
+    project->addAction(add("editor_save", SLOT(editorSave())));
+    project->addAction(add("editor_saveas", SLOT(editorSaveAs())));
+    if (auto* files = window->fileMenu()->findChild<QMenu*>(QStringLiteral("menuEditorFiles")))
+        project->addMenu(files);
+    project->addSeparator();
     project->addAction(add("file_close", SLOT(fileClose())));
     project->addAction(add("file_close_all", SLOT(fileCloseAll())));
     project->addAction(add("file_close_others", SLOT(fileCloseAllCurr())));

@@ -709,3 +709,23 @@ void QInterface::editPaste()
 {
     if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->paste();
 }
+
+void QInterface::editorNew()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->newFile();
+}
+
+void QInterface::editorOpen()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->openFile();
+}
+
+void QInterface::editorSave()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->saveFile();
+}
+
+void QInterface::editorSaveAs()
+{
+    if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->saveFileAs();
+}

@@ -103,6 +103,11 @@ public Q_SLOTS:
     void fileCheck();
     // Shows the current editor's title in the panel title, with "*" while it is modified.
     void updateEditorName();
+    // The file commands of the current editor.
+    void editorNew();
+    void editorOpen();
+    void editorSave();
+    void editorSaveAs();
     // The edit commands go to the current editor, whichever kind it is.
     void editUndo();
     void editRedo();

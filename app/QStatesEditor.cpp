@@ -13,8 +13,12 @@ QStatesEditor::QStatesEditor(QTextWorkspace* workspace, QObject* parent)
 {
     tabs->setObjectName(QStringLiteral("statesTabs"));
     tabs->setDocumentMode(true);
+    tabs->setTabsClosable(true);
+    tabs->setMovable(true);
     tabs->hide();
     connect(tabs, &QTabBar::currentChanged, this, &QStatesEditor::showFile);
+    connect(tabs, &QTabBar::tabCloseRequested, this, &QStatesEditor::tabClosed);
+    connect(tabs, &QTabBar::tabMoved, this, &QStatesEditor::tabMoved);
 }
 
 QStatesEditor::~QStatesEditor() = default;
@@ -42,6 +46,7 @@ void QStatesEditor::refreshTabs()
         QString name = QFileInfo(file->filePath()).fileName();
         if (name.isEmpty()) name = file->fileTitle();
         if (name.isEmpty()) name = QFileInfo(file->objectName()).fileName();
+        if (name.isEmpty()) name = tr("States %1").arg(index + 1);
         tabs->addTab(name);
     }
     const int shown = count == 0 ? -1 : qBound(0, keep, count - 1);

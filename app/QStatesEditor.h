@@ -28,9 +28,18 @@ public:
     void navigate(int fileIndex, int index, int subIndex) override;
 
     QTabBar* tabBar() const { return tabs; }
+    // A new empty state file in a tab of its own; the file of another name joins the same way.
+    void newFile() override;
+    void openFile() override;
+    void saveFile() override;
+    void saveFileAs() override;
 
 public Q_SLOTS:
     void setProject(QProject* project);
+
+    // Closing a tab takes the state file out of the project, once its changes may go.
+    void tabClosed(int index);
+    void tabMoved(int from, int to);
 
 private:
     // The tabs follow the project's state files, which may have come or gone since the last look.

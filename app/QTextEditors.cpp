@@ -9,11 +9,14 @@
 #include "QInterface.h"
 #include "QQuickFind.h"
 #include "QStatesEditor.h"
+#include "QTextEditor.h"
 #include "QTextWorkspace.h"
 
 #include <QActionGroup>
 #include <QMenu>
 #include <QToolBar>
+
+#include <functional>
 
 QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     : QObject(iface), iface(iface), manager(iface->actionManager())
@@ -53,6 +56,38 @@ QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     m_states->outline()->setObjectName(QStringLiteral("st_tree"));
     window->viewMenu()->addSeparator();
     addTextActions(window);
+    addFileActions(window);
+}
+
+void QTextEditors::addFileActions(MainWindow* window)
+{
+    // The frame puts it into the Project menu beside the commands of the current editor.
+    auto* files = new QMenu(window->fileMenu());
+    files->setObjectName(QStringLiteral("menuEditorFiles"));
+    filesMenu = files;
+    const auto add = [this, files](const char* prefix, QTextDocumentEditor* editor) {
+        const QList<int> scope = {editor->scope()};
+        // Lambdas, not member pointers: the commands are virtuals of the editors' interface.
+        const auto one = [&](const char* suffix, std::function<void()> command) {
+            const QString key = QLatin1String(prefix) + QLatin1String(suffix);
+            files->addAction(
+                manager->add(scope, key, QActionTexts::id(key), false, editor, std::move(command)));
+        };
+        QInterfaceEditor* target = editor;
+        one("_new", [target]() { target->newFile(); });
+        one("_open", [target]() { target->openFile(); });
+        one("_save", [target]() { target->saveFile(); });
+        one("_saveas", [target]() { target->saveFileAs(); });
+        files->addSeparator();
+    };
+    add("def", m_definitions);
+    add("cmd", m_commands);
+    add("st", m_states);
+}
+
+void QTextEditors::retranslate()
+{
+    if (filesMenu) filesMenu->setTitle(tr("Files of the editors"));
 }
 
 QTextDocumentEditor* QTextEditors::current() const
@@ -70,7 +105,10 @@ void QTextEditors::addEditorAction(const char* name, QTextDocumentEditor* editor
     const int number = editor->number();
     QAction* action = manager->add({QActionInfo::Everywhere}, key, QActionTexts::id(key), true, iface,
                                    [this, number](bool on) {
-                                       if (on) iface->switchEditor(number);
+                                       if (!on) return;
+                                       iface->switchEditor(number);
+                                       // Switching by a key means typing comes next.
+                                       if (current()) m_workspace->editor()->setFocus();
                                    });
     action->setObjectName(QString::number(number));
     iface->editorActions()->addAction(action);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QMenu>
 #include <QObject>
+#include <QPointer>
 
 class MainWindow;
 class QActionManager;
@@ -28,9 +30,14 @@ public:
     // The text editor that is current, or null when another kind of editor is.
     QTextDocumentEditor* current() const;
 
+public Q_SLOTS:
+    void retranslate();
+
 private:
     void addEditorAction(const char* name, QTextDocumentEditor* editor);
     void addTextActions(MainWindow* window);
+    // new, open, save and save as of each text editor under its own names and scope.
+    void addFileActions(MainWindow* window);
 
     QInterface* iface;
     QActionManager* manager;
@@ -38,4 +45,5 @@ private:
     QDefinitionsEditor* m_definitions;
     QCommandsEditor* m_commands;
     QStatesEditor* m_states;
+    QPointer<QMenu> filesMenu;
 };

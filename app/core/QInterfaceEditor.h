@@ -48,6 +48,11 @@ public:
     // What the editor shows in the left side panel while it is current (its outline, its list), or
     // null; the editor keeps it and the panel only borrows it.
     virtual QWidget* panel() const { return nullptr; }
+    // The file commands of the current editor: a new file, another file, saving the one shown.
+    virtual void newFile() {}
+    virtual void openFile() {}
+    virtual void saveFile() {}
+    virtual void saveFileAs() {}
     // The window's edit commands, sent to whichever editor is current.
     virtual void undo() {}
     virtual void redo() {}

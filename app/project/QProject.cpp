@@ -377,8 +377,11 @@ void QProject::saveFile(QProjectFileType kind, bool copy, int index)
         if (!path.isEmpty()) text->toFile(path, copy);
         return;
     }
-    case pftDefinitions:
+    case pftDefinitions: {
+        const QString path = askFileName(kind, index);
+        if (!path.isEmpty()) defs->toFile(path, copy);
         return;
+    }
     }
 }
 

@@ -315,7 +315,7 @@ private Q_SLOTS:
             for (QAction* action : window.fileMenu()->actions())
                 if (!action->isSeparator())
                     names << action->text().section(QLatin1Char('\t'), 0, 0).remove('&');
-            QCOMPARE(names.size(), 10);
+            QCOMPARE(names.size(), 15);
             QCOMPARE(names.first(), QStringLiteral("New project"));
             QInterface* iface = window.interface();
             QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
@@ -406,6 +406,61 @@ private Q_SLOTS:
         QCOMPARE(editor->textCursor().blockNumber(), 1);
         QCOMPARE(editor->textCursor().positionInBlock(), 0);
         QFile::remove(shortcuts);
+    }
+
+    // State files come and go as tabs: new and open add one, a move reorders the project's list, and
+    // closing a changed file asks first; the editor's own save writes only that file.
+    void stateFileTabs()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QVERIFY(fixture.write(QStringLiteral("chars/test/test.cns"), "[Statedef 0]\ntype = S\n"));
+        const QString other = fixture.file(QStringLiteral("other.st"));
+        {
+            QFile file(other);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("[Statedef 5]\r\n");
+        }
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QInterface* iface = window.interface();
+        iface->openProject(fixture.def());
+        iface->switchEditor(4);
+        QProject* project = iface->currentProject();
+        auto* tabs = window.findChild<QTabBar*>(QStringLiteral("statesTabs"));
+        QActionManager* actions = iface->actionManager();
+        const int first = tabs->count();
+        actions->find(QStringLiteral("st_new"))->trigger();
+        QCOMPARE(tabs->count(), first + 1);
+        QCOMPARE(tabs->tabText(first), QStringLiteral("States %1").arg(first + 1));
+        QCOMPARE(tabs->currentIndex(), first);
+        dialogs.fileAnswers.enqueue({other});
+        actions->find(QStringLiteral("editor_open"))->trigger();
+        QCOMPARE(dialogs.calls.last().title, QStringLiteral("Open states"));
+        QCOMPARE(tabs->tabText(first + 1), QStringLiteral("other.st"));
+        QCOMPARE(window.texts()->workspace()->editor()->toPlainText(), QStringLiteral("[Statedef 5]\n"));
+
+        tabs->moveTab(first + 1, 0);
+        QCOMPARE(project->states(0)->filePath(), other);
+
+        QTextEditor* editor = window.texts()->workspace()->editor();
+        tabs->setCurrentIndex(0);
+        editor->moveCursor(QTextCursor::End);
+        QTest::keyClicks(editor, QStringLiteral("; changed"));
+        dialogs.calls.clear();
+        dialogs.answers.enqueue(QUserDialogs::No);
+        emit tabs->tabCloseRequested(0);
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.first().title, QStringLiteral("Discard changes"));
+        QCOMPARE(project->statesCount(), first + 2);
+        actions->find(QStringLiteral("st_save"))->trigger();
+        QFile saved(other);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), QByteArray("[Statedef 5]\r\n; changed"));
+        emit tabs->tabCloseRequested(0);
+        QCOMPARE(project->statesCount(), first + 1);
+        QCOMPARE(tabs->count(), first + 1);
+        QCOMPARE(editor->document(), project->states(tabs->currentIndex())->document);
     }
 
     // Each project shows its own files; a closed project leaves nothing of it in the editors.

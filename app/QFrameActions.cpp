@@ -22,6 +22,7 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     project->addAction(add("file_save", SLOT(fileSave())));
     project->addAction(add("file_saveas", SLOT(fileSaveAs())));
     project->addAction(add("file_backup", SLOT(fileBackup())));
+    project->addAction(add("file_load_backup", SLOT(fileLoadBackup())));
     project->addSeparator();
     // The file of the current editor, whichever it is.
     project->addAction(add("editor_new", SLOT(editorNew())));

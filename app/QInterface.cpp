@@ -1,11 +1,13 @@
 #include "QInterface.h"
 
+#include "BakDlg.h"
 #include "ErrorDlg.h"
 #include "MainWindow.h"
 #include "QActionInfo.h"
 #include "QActionList.h"
 #include "QActionManager.h"
 #include "QAnimations.h"
+#include "QBakManager.h"
 #include "QColorsetManager.h"
 #include "QCommands.h"
 #include "QConfigLocation.h"
@@ -402,6 +404,33 @@ void QInterface::fileBackup()
     QProgress progress(window, tr("Loading project..."));
     connect(current, &QProject::progress, &progress, &QProgress::onProgress);
     current->backup();
+}
+
+void QInterface::fileLoadBackup()
+{
+    if (!current) return;
+    const QBakManager backups(current->definitions()->filePath());
+    if (backups.entries().isEmpty()) {
+        QUserDialogs::information(tr("Load backup"), tr("This project has no backups yet."));
+        return;
+    }
+    BakDlg chooser(backups.titles(), window);
+    if (chooser.exec() != QDialog::Accepted || chooser.chosen() < 0) return;
+    const QString path = backups.entries().at(chooser.chosen()).definitions;
+    QTrace::write(QStringLiteral("backup"), QStringLiteral("load ") + path);
+    bool loaded = false;
+    {
+        QProgress progress(window, tr("Loading backup..."));
+        connect(current, &QProject::progress, &progress, &QProgress::onProgress);
+        loaded = current->fromFile(path, numberSetting("default_codepage", 0), false, true);
+    }
+    if (!loaded)
+        QUserDialogs::warning(tr("Load backup"),
+                              tr("The backup %1 can't be loaded.").arg(QDir::toNativeSeparators(path)));
+    // The editors show the models again, which the load has filled anew.
+    emit currentProjectChanged(current);
+    updateProjectStatus();
+    updateErrorStatus();
 }
 
 void QInterface::fileClose()

@@ -82,6 +82,8 @@ public Q_SLOTS:
     void fileSave();
     void fileSaveAs();
     void fileBackup();
+    // Loads one of the current project's backups into it, keeping the project's own file names.
+    void fileLoadBackup();
     void fileClose();
     void fileCloseAll();
     // Closes every project but the current one.

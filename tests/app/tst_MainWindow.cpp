@@ -2,6 +2,7 @@
 // projects it holds: the empty start project giving way, failed opens, closing the last project, and
 // the questions a project asks through the window.
 
+#include "BakDlg.h"
 #include "ErrorDlg.h"
 #include "MainWindow.h"
 #include "ProjectFixture.h"
@@ -26,14 +27,17 @@
 #include "QTextWorkspace.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QDockWidget>
 #include <QFile>
 #include <QLabel>
 #include <QListView>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -315,7 +319,7 @@ private Q_SLOTS:
             for (QAction* action : window.fileMenu()->actions())
                 if (!action->isSeparator())
                     names << action->text().section(QLatin1Char('\t'), 0, 0).remove('&');
-            QCOMPARE(names.size(), 15);
+            QCOMPARE(names.size(), 16);
             QCOMPARE(names.first(), QStringLiteral("New project"));
             QInterface* iface = window.interface();
             QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
@@ -461,6 +465,41 @@ private Q_SLOTS:
         QCOMPARE(project->statesCount(), first + 1);
         QCOMPARE(tabs->count(), first + 1);
         QCOMPARE(editor->document(), project->states(tabs->currentIndex())->document);
+    }
+
+    // A backup comes back into the project under the project's own file names; a project without
+    // backups says so instead of showing an empty chooser.
+    void loadsABackup()
+    {
+        ProjectFixture fixture;
+        QVERIFY(fixture.make());
+        QVERIFY(fixture.write(QStringLiteral("chars/test/test.cns"), "[Statedef 0]\ntype = S\n"));
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QInterface* iface = window.interface();
+        iface->openProject(fixture.def());
+        QProject* project = iface->currentProject();
+        iface->fileLoadBackup();
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.first().title, QStringLiteral("Load backup"));
+        QCOMPARE(dialogs.calls.first().text, QStringLiteral("This project has no backups yet."));
+
+        QVERIFY(project->backup());
+        QSyntaxTextEditor* states = project->states(0);
+        const QString path = states->filePath();
+        states->document->setPlainText(QStringLiteral("[Statedef 1]\n"));
+        QVERIFY(states->save());
+        QTimer::singleShot(0, [&]() {
+            auto* chooser = qobject_cast<BakDlg*>(QApplication::activeModalWidget());
+            QVERIFY(chooser);
+            QCOMPARE(chooser->windowTitle(), QStringLiteral("Load backup"));
+            QCOMPARE(chooser->list()->count(), 1);
+            chooser->accept();
+        });
+        iface->fileLoadBackup();
+        QCOMPARE(project->states(0)->document->toPlainText(), QStringLiteral("[Statedef 0]\ntype = S\n"));
+        QCOMPARE(project->states(0)->filePath(), path);
+        QCOMPARE(window.texts()->workspace()->editor()->document()->isEmpty(), false);
     }
 
     // Each project shows its own files; a closed project leaves nothing of it in the editors.

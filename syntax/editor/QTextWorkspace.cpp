@@ -2,12 +2,16 @@
 
 #include "QMugenModel.h"
 #include "QQuickFind.h"
+#include "QSCtrlList.h"
 #include "QSyntaxTextEditor.h"
+#include "QTextBar.h"
 #include "QTextEditor.h"
+#include "QTextTools.h"
 #include "QUserDialogs.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSplitter>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -20,7 +24,14 @@ QTextWorkspace::QTextWorkspace(QWidget* parent) : QWidget(parent)
     m_editor = new QTextEditor(this);
     m_editor->setObjectName(QStringLiteral("textEditor"));
     m_editor->setReadOnly(true);
-    column->addWidget(m_editor, 1);
+    m_tools = new QTextTools(m_editor, this);
+    column->addWidget(m_tools->textBar());
+    auto* split = new QSplitter(this);
+    split->addWidget(m_editor);
+    split->addWidget(m_tools->sctrlList());
+    split->setStretchFactor(0, 1);
+    split->setSizes({600, 160});
+    column->addWidget(split, 1);
     quickFind = new QQuickFind(this);
     quickFind->hide();
     column->addWidget(quickFind);
@@ -55,6 +66,7 @@ void QTextWorkspace::setText(QSyntaxTextEditor* text)
     m_text = text;
     m_editor->setDocument(text ? text->document : nullptr);
     m_editor->setReadOnly(!text || text->isReadOnly());
+    m_tools->setText(text);
     if (text) {
         hierarchyConnection =
             connect(text, &QSyntaxTextEditor::hierarchyUpdated, this, &QTextWorkspace::updateStatus);

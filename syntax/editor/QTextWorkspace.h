@@ -10,6 +10,7 @@
 class QLabel;
 class QQuickFind;
 class QTextEditor;
+class QTextTools;
 class QVBoxLayout;
 
 // The page of the window that shows one text file: the code editor, an optional bar above it (the
@@ -24,6 +25,8 @@ public:
     QTextEditor* editor() const { return m_editor; }
     QQuickFind* findBar() const { return quickFind; }
     QSyntaxTextEditor* text() const { return m_text; }
+    // The snippets, the findings box and the state controller templates.
+    QTextTools* tools() const { return m_tools; }
     // Shows the document of text; null shows an empty page that takes no typing.
     void setText(QSyntaxTextEditor* text);
     // The bar above the text; null takes the current one away (it is hidden, not deleted).
@@ -62,6 +65,7 @@ private:
     void setFontSize(int size);
 
     QTextEditor* m_editor;
+    QTextTools* m_tools;
     QQuickFind* quickFind;
     QVBoxLayout* column;
     QPointer<QWidget> header;

@@ -10,6 +10,7 @@
 #include "QQuickFind.h"
 #include "QStatesEditor.h"
 #include "QTextEditor.h"
+#include "QTextToolActions.h"
 #include "QTextWorkspace.h"
 
 #include <QActionGroup>
@@ -138,4 +139,5 @@ void QTextEditors::addTextActions(MainWindow* window)
     toWorkspace(view, "view_zoomout", &QTextWorkspace::zoomOut);
     toWorkspace(view, "view_zoomreset", &QTextWorkspace::zoomActual);
     view->addSeparator();
+    addTextToolActions(manager, text, workspace->tools(), view, edit);
 }

@@ -11,6 +11,8 @@
 QTextBar::QTextBar(QSnippetManager* snippets, QWidget* parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("textBar"));
+    // The bar must not decide how narrow the window may be; a narrow window cuts its end off.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);
     auto* label = new QLabel(tr("Code snippets"), this);

@@ -37,7 +37,6 @@ QTextTools::QTextTools(QPlainTextEdit* editor, QWidget* parent)
     connect(bar->snippetBox(), &QComboBox::activated, this, &QTextTools::snipActivated);
     connect(bar->issuesBox(), &QComboBox::activated, this, &QTextTools::errorActivated);
     connect(list->list(), &QListView::doubleClicked, this, &QTextTools::insertSCtrl);
-    connect(list->list(), &QListView::clicked, this, &QTextTools::selectSCtrl);
     connect(list->list()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &QTextTools::selectSCtrl);
     bar->setVisible(flagSetting("show_text_bar", true));

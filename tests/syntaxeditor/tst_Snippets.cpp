@@ -249,15 +249,23 @@ private slots:
             if (!snip || snip->codeEdit()->toPlainText() != QStringLiteral("a\nb"))
                 return int(QDialog::Rejected);
             snip->addField();
+            dialogs.fileAnswers.enqueue({page.dir.filePath(QStringLiteral("new.ts"))});
+            snip->saveForTranslation();
             dialogs.fileAnswers.enqueue({page.dir.filePath(QStringLiteral("new.xml"))});
             return snip->save() ? int(QDialog::Accepted) : int(QDialog::Rejected);
         });
         page.tools()->snipNew();
         QCOMPARE(runner.runs, 2);
-        QCOMPARE(dialogs.calls.size(), 1);
-        QCOMPARE(dialogs.calls.at(0).kind, QStringLiteral("save"));
-        QCOMPARE(dialogs.calls.at(0).title, QStringLiteral("Save code snippet"));
-        QCOMPARE(dialogs.calls.at(0).text, QStringLiteral("Extensible Markup Language (*.xml)"));
+        QCOMPARE(dialogs.calls.size(), 2);
+        QCOMPARE(dialogs.calls.at(0).title, QStringLiteral("Save for translation"));
+        QCOMPARE(dialogs.calls.at(0).text, QStringLiteral("Qt translation sources (*.ts)"));
+        const QString ts = QString::fromUtf8(readBytes(page.dir.filePath(QStringLiteral("new.ts"))));
+        QVERIFY(ts.contains(QStringLiteral("<name>QSnippetManager</name>")));
+        QCOMPARE(ts.count(QStringLiteral("<comment>snippet</comment>")), 3);
+        QVERIFY(ts.contains(QStringLiteral("<source>Crouch</source>")));
+        QCOMPARE(dialogs.calls.at(1).kind, QStringLiteral("save"));
+        QCOMPARE(dialogs.calls.at(1).title, QStringLiteral("Save code snippet"));
+        QCOMPARE(dialogs.calls.at(1).text, QStringLiteral("Extensible Markup Language (*.xml)"));
         QCOMPARE(readBytes(page.dir.filePath(QStringLiteral("new.xml"))),
                  QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<snippet>\r\n\r\n"
                             "\t<field name=\"k\" title=\"Kind\" type=\"items\" value=\"S,C\" "

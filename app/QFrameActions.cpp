@@ -37,6 +37,7 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     project->addAction(add("file_close_others", SLOT(fileCloseAllCurr())));
     project->addSeparator();
     project->addAction(add("file_check_errors", SLOT(fileCheck())));
+    project->addAction(add("file_run_mugen", SLOT(fileRunMugen())));
     project->addSeparator();
     QAction* exit =
         manager->add({QActionInfo::Everywhere}, QStringLiteral("file_exit"),

@@ -18,6 +18,7 @@
 #include "QInterfaceEditor.h"
 #include "QLanguageManager.h"
 #include "QMugenModel.h"
+#include "QMugenRunner.h"
 #include "QPanelWidget.h"
 #include "QPresetManager.h"
 #include "QProgress.h"
@@ -49,6 +50,7 @@
 #include <QStackedLayout>
 #include <QStatusBar>
 #include <QTabBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -127,6 +129,7 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     connect(issueButton, &QToolButton::clicked, this, &QInterface::fileCheck);
     window->statusBar()->addWidget(issueButton);
     window->statusBar()->addWidget(projectLabel, 1);
+    runner = new QMugenRunner(this, window);
 }
 
 QInterface::~QInterface()
@@ -151,7 +154,9 @@ void QInterface::setup()
     retranslate();
 
     if (isFirstInstance) {
-        readHandOff();
+        // Files of the command line open once the window is up, so that their questions and progress
+        // stand over the window and not over the splash.
+        QTimer::singleShot(0, this, &QInterface::readHandOff);
         handOffWatcher.addPath(handOffPath);
         connect(&handOffWatcher, &QFileSystemWatcher::fileChanged, this, &QInterface::fileChanged);
     }
@@ -404,6 +409,11 @@ void QInterface::fileBackup()
     QProgress progress(window, tr("Loading project..."));
     connect(current, &QProject::progress, &progress, &QProgress::onProgress);
     current->backup();
+}
+
+void QInterface::fileRunMugen()
+{
+    runner->run();
 }
 
 void QInterface::fileLoadBackup()

@@ -24,6 +24,7 @@ class QMenu;
 class QTabBar;
 class QLabel;
 class QToolButton;
+class QMugenRunner;
 class QStackedLayout;
 class QSplitter;
 class QPanelWidget;
@@ -82,6 +83,8 @@ public Q_SLOTS:
     void fileSave();
     void fileSaveAs();
     void fileBackup();
+    // Tests the open projects in the configured game.
+    void fileRunMugen();
     // Loads one of the current project's backups into it, keeping the project's own file names.
     void fileLoadBackup();
     void fileClose();
@@ -156,6 +159,7 @@ private:
     QString handOffPath;
     QEditorSwitcher switcher;
     QList<QInterfaceEditor*> editorList;
+    QMugenRunner* runner;
     QWindowState windowState;
     QMap<QString, QPointer<QWidget>> floatingTools;
     bool leftPanelWanted = true;

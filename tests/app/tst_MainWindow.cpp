@@ -319,7 +319,7 @@ private Q_SLOTS:
             for (QAction* action : window.fileMenu()->actions())
                 if (!action->isSeparator())
                     names << action->text().section(QLatin1Char('\t'), 0, 0).remove('&');
-            QCOMPARE(names.size(), 16);
+            QVERIFY(names.contains(QStringLiteral("Close other projects")));
             QCOMPARE(names.first(), QStringLiteral("New project"));
             QInterface* iface = window.interface();
             QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);

@@ -1,6 +1,7 @@
 #include "QTextWorkspace.h"
 
 #include "QMugenModel.h"
+#include "QMugenSyntaxHierarchy.h"
 #include "QQuickFind.h"
 #include "QSCtrlList.h"
 #include "QSyntaxTextEditor.h"
@@ -99,7 +100,12 @@ QString QTextWorkspace::positionText() const
 
 QString QTextWorkspace::errorText() const
 {
-    return tr("Syntax error count: %1").arg(m_text ? m_text->errorCount() : 0);
+    const QString errors = tr("Syntax error count: %1").arg(m_text ? m_text->errorCount() : 0);
+    // A command file also tells how many distinct commands it names, which the engine caps.
+    const auto* outline = m_text && m_text->fileType() == pftCommands
+                              ? qobject_cast<const QMugenSyntaxHierarchy*>(m_text->hierarchy())
+                              : nullptr;
+    return outline ? tr("%1, Unique commands: %2").arg(errors).arg(outline->commandCount()) : errors;
 }
 
 QString QTextWorkspace::encodingText() const

@@ -326,6 +326,16 @@ private slots:
         shown.workspace->setText(nullptr);
         QCOMPARE(label("errorStatus"), QStringLiteral("Syntax error count: 0"));
         QVERIFY(shown.view()->isReadOnly());
+
+        // A command file counts its distinct commands once its outline is built.
+        QSyntaxTextEditor commands(pftCommands, nullptr, false, 0x1010000, true);
+        commands.setPlainText(
+            QStringLiteral("[Command]\nname = \"a\"\ncommand = x\n\n[Command]\nname = \"a\"\n"
+                           "command = y\n\n[Command]\nname = \"b\"\ncommand = z\n"));
+        shown.workspace->setText(&commands);
+        commands.updateHierarchy();
+        QCOMPARE(label("errorStatus"), QStringLiteral("Syntax error count: 0, Unique commands: 2"));
+        shown.workspace->setText(nullptr);
     }
 
     // Showing a file gives its document the editor's layout, which must not cost the lines their tie to

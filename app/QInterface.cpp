@@ -23,6 +23,7 @@
 #include "QPresetManager.h"
 #include "QProgress.h"
 #include "QProject.h"
+#include "QProjectFiles.h"
 #include "QProjectStatus.h"
 #include "QRGBPalette.h"
 #include "QSFFFormat.h"
@@ -72,6 +73,29 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     connect(projectTabs, &QTabBar::currentChanged, this, &QInterface::projTabsChanged);
     connect(projectTabs, &QTabBar::tabMoved, this, &QInterface::projTabsMoved);
     connect(projectTabs, &QTabBar::tabCloseRequested, this, &QInterface::projTabsClosed);
+    files = new QProjectFiles(window, this);
+    // The tab bar shows the list of projects; it never changes it by itself.
+    connect(files, &QProjectFiles::projectAdded, this, [this](int index, const QString& name) {
+        const QSignalBlocker blocker(projectTabs);
+        projectTabs->insertTab(index, name);
+    });
+    connect(files, &QProjectFiles::projectRemoved, this, [this](int index) {
+        const QSignalBlocker blocker(projectTabs);
+        projectTabs->removeTab(index);
+    });
+    connect(files, &QProjectFiles::projectNameChanged, projectTabs, &QTabBar::setTabText);
+    connect(files, &QProjectFiles::currentProjectChanged, this, [this](QProject* project) {
+        {
+            const QSignalBlocker blocker(projectTabs);
+            projectTabs->setCurrentIndex(files->currentIndex());
+        }
+        updateProjectStatus();
+        updateErrorStatus();
+        if (issues) issues->setList(project ? project->messageList() : nullptr);
+        emit currentProjectChanged(project);
+    });
+    connect(files, &QProjectFiles::currentStatusChanged, this, &QInterface::updateProjectStatus);
+    connect(files, &QProjectFiles::currentIssuesChanged, this, &QInterface::updateErrorStatus);
     // Left the current editor's panel, in the middle the workspace, right the side editor.
     splitter = new QSplitter(Qt::Horizontal, central);
     splitter->setObjectName(QStringLiteral("panels"));
@@ -137,8 +161,8 @@ QInterface::~QInterface()
     storeWindowState();
     projectTabs->blockSignals(true);
     // The editors let go of the documents before the projects that own them go.
-    emit currentProjectChanged(nullptr);
-    qDeleteAll(projects);
+    files->release();
+    delete files;
 }
 
 void QInterface::setup()
@@ -149,7 +173,7 @@ void QInterface::setup()
     frameActions->showPanelStates();
     // The first registered editor becomes current; with none, the none state.
     switcher.switchTo(editorList.isEmpty() ? QEditorSwitcher::NoEditor : editorList.first()->number());
-    newProject(false);
+    files->newProject(false);
     buildAppearanceMenus();
     retranslate();
 
@@ -162,118 +186,26 @@ void QInterface::setup()
     }
 }
 
-int QInterface::projectCount() const
-{
-    return int(projects.size());
-}
-
-bool QInterface::onlyEmptyProjectLeft() const
-{
-    return projects.size() <= 1 && (projects.isEmpty() || projects.first()->isEmpty());
-}
-
-void QInterface::newProject(bool fromTemplate)
-{
-    // Templates come from the scripts, which this program does not run yet: every new project is empty.
-    Q_UNUSED(fromTemplate);
-    auto* project = new QProject;
-    connectProject(project);
-    project->setDisplayName(tr("Project %1").arg(++newProjects));
-    addProject(project);
-    QTrace::write(QStringLiteral("project"), QStringLiteral("new"));
-}
-
-void QInterface::connectProject(QProject* project)
-{
-    connect(project, &QProject::saveFileName, this, &QInterface::saveFileName);
-    connect(project, &QProject::spritesVersionToSave, this, &QInterface::spritesVersionToSave);
-    connect(project, &QProject::nameChanged, this, &QInterface::changeTabName);
-    connect(project, &QProject::charPalette, this, &QInterface::charPalette);
-    connect(project, &QProject::typeChanged, this, [this](QProject* changed) {
-        if (changed == current) updateProjectStatus();
-    });
-    connect(project, &QProject::versionChanged, this, [this](QProject* changed) {
-        if (changed == current) updateProjectStatus();
-    });
-    connect(project->messageList(), &QMessageList::updated, this, [this, project]() {
-        if (project == current) updateErrorStatus();
-    });
-}
-
-void QInterface::addProject(QProject* project)
-{
-    projects.append(project);
-    const int tab = projectTabs->addTab(project->displayName());
-    projectTabs->setCurrentIndex(tab);
-    current = project;
-    updateProjectStatus();
-    updateErrorStatus();
-    emit currentProjectChanged(current);
-}
-
-void QInterface::newProject()
-{
-    newProject(false);
-}
-
-void QInterface::openProject(const QString& fileName)
-{
-    QTrace::write(QStringLiteral("open"), QStringLiteral("def ") + fileName);
-    auto* project = new QProject;
-    connectProject(project);
-    const QFileInfo info(fileName);
-    project->variables[QStringLiteral("proj_path")] = info.absolutePath();
-    bool opened = false;
-    if (info.suffix().compare(QLatin1String("fnt"), Qt::CaseInsensitive) == 0) {
-        opened = project->fromFontFile(fileName);
-    } else {
-        QProgress progress(window, tr("Loading project..."));
-        connect(project, &QProject::progress, &progress, &QProgress::onProgress);
-        QMugenModel& config = *mugenModel;
-        opened = project->fromFile(fileName, config[QStringLiteral("default_codepage")].toUInt(),
-                                   config[QStringLiteral("backup_onload")].toBool(), false);
-    }
-    if (!opened) {
-        delete project;
-        QTrace::write(QStringLiteral("project"), QStringLiteral("failed ") + fileName);
-        return;
-    }
-    addProject(project);
-    QTrace::write(QStringLiteral("project"), QStringLiteral("opened ") + project->displayName());
-    // The empty project of a fresh window gives way to the first real one.
-    if (projects.size() == 2 && projects.first()->isEmpty()) closeProject(0);
-}
-
-bool QInterface::closeProject(int index)
-{
-    QProject* project = projects.value(index);
-    if (!project || !project->canClose()) return false;
-    if (projects.size() == 1) newProject(false);
-    projects.removeAt(index);
-    projectTabs->removeTab(index);
-    current = projects.value(projectTabs->currentIndex());
-    emit currentProjectChanged(current);
-    delete project;
-    return true;
-}
-
 void QInterface::projTabsChanged(int index)
 {
-    current = projects.value(index);
-    updateProjectStatus();
-    updateErrorStatus();
-    if (issues) issues->setList(current ? current->messageList() : nullptr);
-    emit currentProjectChanged(current);
+    files->setCurrentIndex(index);
+}
+
+void QInterface::projTabsMoved(int from, int to)
+{
+    files->move(from, to);
 }
 
 void QInterface::updateProjectStatus()
 {
+    const QProject* current = files->currentProject();
     projectLabel->setText(current ? QProjectStatus::text(current->type(), current->mugenVersion())
                                   : QString());
 }
 
 void QInterface::updateErrorStatus()
 {
+    const QProject* current = files->currentProject();
     QMessageList* list = current ? current->messageList() : nullptr;
     const int errors = list ? list->count(0) : 0;
     const int warnings = list ? list->count(1) : 0;
@@ -291,6 +223,7 @@ void QInterface::updateErrorStatus()
 
 void QInterface::fileCheck()
 {
+    QProject* current = files->currentProject();
     if (!current) return;
     current->check();
     if (!issues) {
@@ -304,198 +237,15 @@ void QInterface::fileCheck()
     issues->activateWindow();
 }
 
-void QInterface::projTabsMoved(int from, int to)
-{
-    if (from >= 0 && from < projects.size() && to >= 0 && to < projects.size()) projects.move(from, to);
-}
-
 void QInterface::projTabsClosed(int index)
 {
-    closeProject(index);
-}
-
-void QInterface::changeTabName(QProject* project, const QString& name)
-{
-    const int index = int(projects.indexOf(project));
-    if (index >= 0) projectTabs->setTabText(index, name);
-}
-
-QString QInterface::saveFileName(QProjectFileType file, const QString& path)
-{
-    static const char* const titles[] = {QT_TR_NOOP("Save project"),    QT_TR_NOOP("Save sprites"),
-                                         QT_TR_NOOP("Save animations"), QT_TR_NOOP("Save commands"),
-                                         QT_TR_NOOP("Save states"),     QT_TR_NOOP("Save sounds")};
-    static const char* const filters[] = {
-        "Definitions (*.def)",
-        "Sprites (*.sff)",
-        "Animations (*.air)",
-        "Commands (*.cmd)",
-        "Constants (*.cns);;States (*.st);;Text (*.txt);;Lua script (*.lua)",
-        "Sounds (*.snd)"};
-    const int kind = qBound(0, int(file), 5);
-    return QUserDialogs::getSaveFileName(tr(titles[kind]), path, QLatin1String(filters[kind]));
-}
-
-quint32 QInterface::spritesVersionToSave(quint32 currentVersion)
-{
-    QStringList names;
-    for (quint32 version : {QSprites::Version_101, QSprites::Version_200, QSprites::Version_201})
-        names << QSFF::versionText(version);
-    const int currentIndex = qMax(0, int(names.indexOf(QSFF::versionText(currentVersion))));
-    return QSFF::parseVersion(QUserDialogs::getItem(
-        tr("Sprite file version"), tr("Save the sprites in the version:"), names, currentIndex));
-}
-
-void QInterface::charPalette(QRGBPal* palette)
-{
-    QUserDialogs::warning(tr("Palette warning!"),
-                          tr("Tavrel not found the character palette. To view all sprites properly you must "
-                             "select an external palette file."));
-    // The project asking may still be loading, before it is the current one.
-    const auto* asking = qobject_cast<const QProject*>(sender());
-    const QString start = asking ? asking->variables.value(QStringLiteral("proj_path")) : QString();
-    const QString path =
-        QUserDialogs::getOpenFileName(tr("Character palette"), start, QRGBPalette::openFilter());
-    if (path.isEmpty()) return;
-    QRGBPalette reader(palette);
-    reader.fromFile(path);
-}
-
-void QInterface::fileSave()
-{
-    if (!current) return;
-    QProgress progress(window, tr("Loading project..."));
-    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
-    current->save();
-    askToSavePalettes();
-}
-
-void QInterface::fileSaveAs()
-{
-    if (!current) return;
-    const QString path = saveFileName(pftDefinitions, current->variables.value(QStringLiteral("proj_path")));
-    if (path.isEmpty()) return;
-    current->variables[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
-    QProgress progress(window, tr("Loading project..."));
-    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
-    current->toFile(path, false);
-    askToSavePalettes();
+    files->closeProject(index);
 }
 
 // Characters of version 1.01 sprite files keep their palettes in the files that the definitions name.
-void QInterface::askToSavePalettes()
-{
-    if (current->type() != Character || current->sprites()->version() != QSprites::Version_101 ||
-        !mugenModel || !(*mugenModel)[QStringLiteral("ask_save_palettes")].toBool())
-        return;
-    if (QUserDialogs::question(tr("Save palettes"),
-                               tr("Do you want to save the palettes of the group 1 based on the definitions "
-                                  "(palette 1,x = palx in DEF)?\nChoose No to ignore palettes."),
-                               QUserDialogs::Yes | QUserDialogs::No, QUserDialogs::No) != QUserDialogs::Yes)
-        return;
-    const QDefinitionFiles files = current->definitions()->files();
-    for (int i = 0; i < 12; ++i) {
-        if (files.palettes.at(i).isEmpty()) continue;
-        const QString path = QDir(files.baseDirectory).filePath(files.palettes.at(i));
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        const int palette = current->sprites()->findPalette(0, 1, i + 1);
-        if (palette >= 0) current->sprites()->paletteAt(uint(palette))->toFile(path);
-    }
-}
-
-void QInterface::fileBackup()
-{
-    if (!current) return;
-    QProgress progress(window, tr("Loading project..."));
-    connect(current, &QProject::progress, &progress, &QProgress::onProgress);
-    current->backup();
-}
-
 void QInterface::fileRunMugen()
 {
     runner->run();
-}
-
-void QInterface::fileLoadBackup()
-{
-    if (!current) return;
-    const QBakManager backups(current->definitions()->filePath());
-    if (backups.entries().isEmpty()) {
-        QUserDialogs::information(tr("Load backup"), tr("This project has no backups yet."));
-        return;
-    }
-    BakDlg chooser(backups.titles(), window);
-    if (chooser.exec() != QDialog::Accepted || chooser.chosen() < 0) return;
-    const QString path = backups.entries().at(chooser.chosen()).definitions;
-    QTrace::write(QStringLiteral("backup"), QStringLiteral("load ") + path);
-    bool loaded = false;
-    {
-        QProgress progress(window, tr("Loading backup..."));
-        connect(current, &QProject::progress, &progress, &QProgress::onProgress);
-        loaded = current->fromFile(path, numberSetting("default_codepage", 0), false, true);
-    }
-    if (!loaded)
-        QUserDialogs::warning(tr("Load backup"),
-                              tr("The backup %1 can't be loaded.").arg(QDir::toNativeSeparators(path)));
-    // The editors show the models again, which the load has filled anew.
-    emit currentProjectChanged(current);
-    updateProjectStatus();
-    updateErrorStatus();
-}
-
-void QInterface::fileClose()
-{
-    closeProject(projectTabs->currentIndex());
-}
-
-void QInterface::openLooseFile(QProjectFileType kind, const QString& path)
-{
-    static const char* const names[] = {"def", "sff", "air", "cmd", "cns", "snd"};
-    QTrace::write(QStringLiteral("open"), QLatin1String(names[kind]) + QLatin1Char(' ') + path);
-    const uint codepage = (*mugenModel)[QStringLiteral("default_codepage")].toUInt();
-    // For each kind: whether a project already holds such a file, and how it reads one.
-    struct Kind
-    {
-        std::function<bool(QProject*)> occupied;
-        std::function<bool(QProject*)> load;
-    };
-    const QMap<QProjectFileType, Kind> kinds = {
-        {pftSprites,
-         {[](QProject* p) { return !p->sprites()->isEmpty() || p->sprites()->isModified(); },
-          // Read as a copy: the sprite file's own path is not kept, so a save asks where to write.
-          [&](QProject* p) { return p->sprites()->fromFile(path, true); }}},
-        {pftAnimations,
-         {[](QProject* p) { return !p->animations()->isEmpty(); },
-          [&](QProject* p) { return p->animations()->fromFile(path, int(codepage)); }}},
-        {pftCommands,
-         {[](QProject* p) { return !p->commands()->isEmpty(); },
-          [&](QProject* p) { return p->commands()->fromFile(path, codepage); }}},
-        {pftStates,
-         {[](QProject* p) { return p->statesCount() > 0; },
-          [&](QProject* p) {
-              QSyntaxTextEditor* states = p->addStatesFile(QString());
-              states->setObjectName(path);
-              if (states->fromFile(path, codepage)) return true;
-              p->removeStatesFile(p->statesCount() - 1);
-              return false;
-          }}},
-        {pftSounds,
-         {[](QProject* p) { return !p->sounds()->isEmpty(); },
-          [&](QProject* p) { return p->sounds()->fromFile(path); }}},
-    };
-    if (!kinds.contains(kind)) return;
-    // A file goes into the current project when that project has no such file yet; else it gets a
-    // project of its own, so that nothing the user has open is replaced.
-    const bool fresh = kinds[kind].occupied(current);
-    if (fresh) newProject(false);
-    QProject* project = current;
-    const bool loaded = kinds[kind].load(project);
-    QTrace::write(QStringLiteral("loaded"),
-                  QLatin1String(names[kind]) +
-                      (loaded ? QStringLiteral(" ok ") : QStringLiteral(" failed ")) + path);
-    if (loaded) return;
-    QUserDialogs::warning(tr("Open"), tr("The file %1 can't be opened.").arg(QDir::toNativeSeparators(path)));
-    if (fresh && project->isEmpty()) closeProject(projects.indexOf(project));
 }
 
 void QInterface::fileChanged(const QString& path)
@@ -512,55 +262,7 @@ void QInterface::readHandOff()
 {
     QHandOff handOff(handOffPath);
     for (const QString& path : handOff.take())
-        openHandedFile(path);
-}
-
-void QInterface::openHandedFile(const QString& path)
-{
-    const QFileInfo info(path);
-    const QString suffix = info.suffix().toLower();
-    if (suffix == QLatin1String("def"))
-        openProject(info.absoluteFilePath());
-    else if (suffix == QLatin1String("sff"))
-        openLooseFile(pftSprites, info.absoluteFilePath());
-    else if (suffix == QLatin1String("air"))
-        openLooseFile(pftAnimations, info.absoluteFilePath());
-    else if (suffix == QLatin1String("cmd"))
-        openLooseFile(pftCommands, info.absoluteFilePath());
-    else if (suffix == QLatin1String("cns"))
-        openLooseFile(pftStates, info.absoluteFilePath());
-    else if (suffix == QLatin1String("snd"))
-        openLooseFile(pftSounds, info.absoluteFilePath());
-}
-
-void QInterface::fileNew()
-{
-    newProject(false);
-}
-
-void QInterface::fileOpen()
-{
-    const QString path = QUserDialogs::getOpenFileName(tr("Open project"),
-                                                       (*mugenModel)[QStringLiteral("proj_path")].toString(),
-                                                       tr("Definitions or Font (*.def *.fnt)"));
-    if (path.isEmpty()) return;
-    (*mugenModel)[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
-    openProject(path);
-}
-
-void QInterface::fileCloseAllCurr()
-{
-    QProject* keep = current;
-    for (int index = int(projects.size()) - 1; index >= 0; --index)
-        if (projects.at(index) != keep) closeProject(index);
-    projectTabs->setCurrentIndex(int(projects.indexOf(keep)));
-}
-
-void QInterface::fileCloseAll()
-{
-    // From the last tab to the first; a project that may not close stops nothing else.
-    for (int index = int(projects.size()) - 1; index >= 0; --index)
-        if (projects.size() > 1 || !projects.first()->isEmpty()) closeProject(index);
+        files->openHandedFile(path);
 }
 
 void QInterface::navigateTo(QProjectFileType file, int fileIndex, int index, int subIndex)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QEditorSwitcher.h"
+#include "QProjectFiles.h"
 #include "QProjectTypes.h"
 #include "QWindowState.h"
 
@@ -42,13 +43,13 @@ public:
     // project, builds the appearance menus and, in the first instance, starts reading hand-offs.
     void setup();
 
-    int projectCount() const;
-    QProject* project(int index) const { return projects.value(index); }
-    QProject* currentProject() const { return current; }
-    // True when closing may go on: at most one project is left and it is empty.
-    bool onlyEmptyProjectLeft() const;
-    // Closes the project of a tab when it may be closed; the last one closed leaves a new empty one.
-    bool closeProject(int index);
+    // The open projects and the file commands; the tabs show them.
+    QProjectFiles* projectFiles() const { return files; }
+    int projectCount() const { return files->projectCount(); }
+    QProject* project(int index) const { return files->project(index); }
+    QProject* currentProject() const { return files->currentProject(); }
+    bool onlyEmptyProjectLeft() const { return files->onlyEmptyProjectLeft(); }
+    bool closeProject(int index) { return files->closeProject(index); }
     int currentEditor() const { return switcher.currentEditor(); }
     // Editors and workspaces join in their order; the window keeps them, this only switches them.
     void registerEditor(QInterfaceEditor* editor);
@@ -62,9 +63,7 @@ public:
     QActionManager* actionManager() const { return actions; }
     ErrorDlg* issueDialog() const { return issues; }
 
-    // Opens one path that another start handed over, chosen by its suffix; unknown kinds are
-    // skipped without a word.
-    void openHandedFile(const QString& path);
+    void openHandedFile(const QString& path) { files->openHandedFile(path); }
     // A floating tool window (the multi-file find, ...) that remembers whether it was open and where.
     void addFloatingTool(const QString& name, QWidget* tool);
     // The state the window was restored to, for the parts that are built later.
@@ -73,28 +72,28 @@ public:
     bool isRightPanelShown() const { return rightPanelWanted; }
 
 public Q_SLOTS:
-    void newProject(bool fromTemplate);
-    void newProject();
-    void fileNew();
-    // Asks for a definitions or font file and opens it.
-    void fileOpen();
-    void openProject(const QString& fileName);
+    // The Project menu's commands belong to the project list; these keep the frame's names for them.
+    void newProject(bool fromTemplate) { files->newProject(fromTemplate); }
+    void newProject() { files->newProject(); }
+    void fileNew() { files->fileNew(); }
+    void fileOpen() { files->fileOpen(); }
+    void openProject(const QString& fileName) { files->openProject(fileName); }
+    void fileSave() { files->fileSave(); }
+    void fileSaveAs() { files->fileSaveAs(); }
+    void fileBackup() { files->fileBackup(); }
+    void fileLoadBackup() { files->fileLoadBackup(); }
+    void fileClose() { files->fileClose(); }
+    void fileCloseAll() { files->fileCloseAll(); }
+    void fileCloseAllCurr() { files->fileCloseAllCurr(); }
+    QString saveFileName(QProjectFileType file, const QString& path)
+    {
+        return files->saveFileName(file, path);
+    }
+    quint32 spritesVersionToSave(quint32 version) { return files->spritesVersionToSave(version); }
+    void charPalette(QRGBPal* palette) { files->charPalette(palette); }
     void fileChanged(const QString& path);
-    void fileSave();
-    void fileSaveAs();
-    void fileBackup();
     // Tests the open projects in the configured game.
     void fileRunMugen();
-    // Loads one of the current project's backups into it, keeping the project's own file names.
-    void fileLoadBackup();
-    void fileClose();
-    void fileCloseAll();
-    // Closes every project but the current one.
-    void fileCloseAllCurr();
-    QString saveFileName(QProjectFileType file, const QString& path);
-    quint32 spritesVersionToSave(quint32 currentVersion);
-    void changeTabName(QProject* project, const QString& name);
-    void charPalette(QRGBPal* palette);
     void projTabsChanged(int index);
     void projTabsMoved(int from, int to);
     void projTabsClosed(int index);
@@ -128,19 +127,12 @@ Q_SIGNALS:
 
 private:
     void readHandOff();
-    void addProject(QProject* project);
-    void connectProject(QProject* project);
-    void askToSavePalettes();
-    void openLooseFile(QProjectFileType kind, const QString& path);
     void buildAppearanceMenus();
     void restoreWindowState();
     void restoreShortcuts();
     void storeWindowState();
 
-    QList<QProject*> projects;
-    QProject* current = nullptr;
-    // Names new projects "Project 1", "Project 2", ... for the whole run.
-    int newProjects = 0;
+    QProjectFiles* files;
     MainWindow* window;
     QDockWidget* actionsDock;
     QListView* actionList;

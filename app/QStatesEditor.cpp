@@ -2,6 +2,7 @@
 
 #include "QActionInfo.h"
 #include "QProject.h"
+#include "QStatesTools.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextWorkspace.h"
 
@@ -9,7 +10,7 @@
 #include <QTabBar>
 
 QStatesEditor::QStatesEditor(QTextWorkspace* workspace, QObject* parent)
-    : QTextDocumentEditor(workspace, parent), tabs(new QTabBar(workspace))
+    : QTextDocumentEditor(workspace, parent), tabs(new QTabBar(workspace)), m_tools(new QStatesTools(this))
 {
     tabs->setObjectName(QStringLiteral("statesTabs"));
     tabs->setDocumentMode(true);
@@ -30,7 +31,7 @@ int QStatesEditor::scope() const
 
 void QStatesEditor::setProject(QProject* current)
 {
-    project = current;
+    m_project = current;
     refreshTabs();
 }
 
@@ -40,9 +41,9 @@ void QStatesEditor::refreshTabs()
     const int keep = tabs->currentIndex();
     while (tabs->count() > 0)
         tabs->removeTab(0);
-    const int count = project ? project->statesCount() : 0;
+    const int count = m_project ? m_project->statesCount() : 0;
     for (int index = 0; index < count; ++index) {
-        const QSyntaxTextEditor* file = project->states(index);
+        const QSyntaxTextEditor* file = m_project->states(index);
         QString name = QFileInfo(file->filePath()).fileName();
         if (name.isEmpty()) name = file->fileTitle();
         if (name.isEmpty()) name = QFileInfo(file->objectName()).fileName();
@@ -56,7 +57,13 @@ void QStatesEditor::refreshTabs()
 
 void QStatesEditor::showFile(int index)
 {
-    bind(project && index >= 0 ? project->states(index) : nullptr);
+    bind(m_project && index >= 0 ? m_project->states(index) : nullptr);
+    tellEnabled();
+}
+
+void QStatesEditor::tellEnabled()
+{
+    emit enabled(isActive() && text() != nullptr);
 }
 
 void QStatesEditor::activate()
@@ -64,12 +71,14 @@ void QStatesEditor::activate()
     refreshTabs();
     textWorkspace()->setHeader(tabs);
     QTextDocumentEditor::activate();
+    tellEnabled();
 }
 
 void QStatesEditor::deactivate()
 {
     textWorkspace()->setHeader(nullptr);
     QTextDocumentEditor::deactivate();
+    tellEnabled();
 }
 
 void QStatesEditor::navigate(int fileIndex, int index, int subIndex)

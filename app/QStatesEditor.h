@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+class QStatesTools;
 class QTabBar;
 
 // The state files of the current project, one tab each above the text.
@@ -33,6 +34,8 @@ public:
     void openFile() override;
     void saveFile() override;
     void saveFileAs() override;
+    QProject* project() const { return m_project; }
+    QStatesTools* tools() const { return m_tools; }
 
 public Q_SLOTS:
     void setProject(QProject* project);
@@ -41,11 +44,17 @@ public Q_SLOTS:
     void tabClosed(int index);
     void tabMoved(int from, int to);
 
+Q_SIGNALS:
+    // Whether the tools that write into the current file can work: the editor is current and shows one.
+    void enabled(bool on);
+
 private:
     // The tabs follow the project's state files, which may have come or gone since the last look.
     void refreshTabs();
     void showFile(int index);
+    void tellEnabled();
 
-    QPointer<QProject> project;
+    QPointer<QProject> m_project;
     QTabBar* tabs;
+    QStatesTools* m_tools;
 };

@@ -8,21 +8,21 @@
 
 void QStatesEditor::newFile()
 {
-    if (!project) return;
-    project->addStatesFile(QString());
+    if (!m_project) return;
+    m_project->addStatesFile(QString());
     refreshTabs();
     tabs->setCurrentIndex(tabs->count() - 1);
 }
 
 void QStatesEditor::openFile()
 {
-    if (!project) return;
+    if (!m_project) return;
     const QString path = QTextFileCommands::askOpenName(pftStates);
     if (path.isEmpty()) return;
-    QSyntaxTextEditor* file = project->addStatesFile(QString());
+    QSyntaxTextEditor* file = m_project->addStatesFile(QString());
     file->setObjectName(path);
     if (!QTextFileCommands::load(file, path)) {
-        project->removeStatesFile(project->statesCount() - 1);
+        m_project->removeStatesFile(m_project->statesCount() - 1);
         return;
     }
     refreshTabs();
@@ -32,27 +32,29 @@ void QStatesEditor::openFile()
 void QStatesEditor::saveFile()
 {
     const int index = tabs->currentIndex();
-    if (project && index >= 0 && QTextFileCommands::save(project, text(), pftStates, index)) refreshTabs();
+    if (m_project && index >= 0 && QTextFileCommands::save(m_project, text(), pftStates, index))
+        refreshTabs();
 }
 
 void QStatesEditor::saveFileAs()
 {
     const int index = tabs->currentIndex();
-    if (project && index >= 0 && QTextFileCommands::saveAs(project, text(), pftStates, index)) refreshTabs();
+    if (m_project && index >= 0 && QTextFileCommands::saveAs(m_project, text(), pftStates, index))
+        refreshTabs();
 }
 
 void QStatesEditor::tabClosed(int index)
 {
-    if (!project || index < 0 || index >= project->statesCount()) return;
-    if (!project->states(index)->canDiscard()) return;
+    if (!m_project || index < 0 || index >= m_project->statesCount()) return;
+    if (!m_project->states(index)->canDiscard()) return;
     // The workspace must not show a document that is about to go.
-    if (text() == project->states(index)) bind(nullptr);
-    project->removeStatesFile(index);
+    if (text() == m_project->states(index)) bind(nullptr);
+    m_project->removeStatesFile(index);
     refreshTabs();
 }
 
 void QStatesEditor::tabMoved(int from, int to)
 {
-    if (!project || from == to) return;
-    project->moveStatesFile(from, to);
+    if (!m_project || from == to) return;
+    m_project->moveStatesFile(from, to);
 }

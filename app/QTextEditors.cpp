@@ -9,6 +9,7 @@
 #include "QInterface.h"
 #include "QQuickFind.h"
 #include "QStatesEditor.h"
+#include "QStatesTools.h"
 #include "QTextEditor.h"
 #include "QTextToolActions.h"
 #include "QTextWorkspace.h"
@@ -58,6 +59,7 @@ QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     window->viewMenu()->addSeparator();
     addTextActions(window);
     addFileActions(window);
+    m_states->tools()->addActions(manager, window->toolsMenu()->addMenu(tr("&States")));
 }
 
 void QTextEditors::addFileActions(MainWindow* window)

@@ -52,6 +52,8 @@ public:
     int commandCount() const { return m_commandCount; }
     // The number of StateDef sections of the text.
     int stateDefCount() const { return m_stateDefCount; }
+    // The tree of variables whatever the mode: the log of variable use reads it without switching views.
+    const QVarUsageItem& variables() const { return m_variables; }
 
     // The program installs the lookup of its iconset; without one items have no icon.
     static void setIconLookup(IconLookup lookup);

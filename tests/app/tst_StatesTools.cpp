@@ -298,7 +298,9 @@ private slots:
             stone = palFX.values();
             // The fixture's sprites use the colours 0 to 4; colour 1 is green and turns grey.
             const QRgb seen = palFX.preview().colorTable().value(1);
-            if (qRed(seen) != qGreen(seen) || qGreen(seen) != qBlue(seen)) return false;
+            if (palFX.preview().isNull() || qRed(seen) < 100 || qRed(seen) != qGreen(seen) ||
+                qGreen(seen) != qBlue(seen))
+                return false;
             accept(dialog);
             return true;
         };

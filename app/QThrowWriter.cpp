@@ -33,13 +33,15 @@ QString QThrowWriter::code() const
     text += QStringLiteral("; Throw - holding\n[Statedef %1]\ntype = S\nmovetype = A\nphysics = N\n"
                            "anim = %2\nctrl = 0\nvelset = 0,0\nsprpriority = %3\n\n")
                 .arg(throwing, QString::number(p1Anim), front);
-    text += QStringLiteral("[State %1, Hold]\ntype = TargetBind\ntrigger1 = Time < %2\ntime = 1\n"
+    // The bind lasts a tick and is renewed each tick up to the release, so that the opponent's check
+    // for a lost bind never sees a gap, whichever of the two runs first in a tick.
+    text += QStringLiteral("[State %1, Hold]\ntype = TargetBind\ntrigger1 = Time <= %2\ntime = 1\n"
                            "pos = 30, 0\n\n")
+                .arg(throwing, QString::number(bindCount));
+    text += QStringLiteral("[State %1, Damage]\ntype = TargetLifeAdd\ntrigger1 = Time = %2\nvalue = -60\n\n")
                 .arg(throwing, QString::number(bindCount));
     text += QStringLiteral("[State %1, Release]\ntype = TargetState\ntrigger1 = Time = %2\nvalue = %3\n\n")
                 .arg(throwing, QString::number(bindCount), thrown);
-    text += QStringLiteral("[State %1, Damage]\ntype = TargetLifeAdd\ntrigger1 = Time = %2\nvalue = -60\n\n")
-                .arg(throwing, QString::number(bindCount));
     // Without a target (the opponent got away or was hit by someone else) there is nothing to throw.
     text += QStringLiteral("[State %1, Lost]\ntype = ChangeState\ntrigger1 = !NumTarget\n"
                            "trigger2 = AnimTime = 0\nvalue = 0\nctrl = 1\n\n")

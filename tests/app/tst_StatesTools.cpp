@@ -202,7 +202,7 @@ private slots:
         for (const char* line : {"[Statedef 1000]", "p1stateno = 1001", "p2stateno = 1010", "[Statedef 1011]",
                                  "type = ChangeAnim2\ntrigger1 = Time = 0\nvalue = 820", "velset = 0, 2.5",
                                  "type = SprPriority\ntrigger1 = Time = 0\nvalue = -2",
-                                 "type = TargetBind\ntrigger1 = Time < 20"})
+                                 "type = TargetBind\ntrigger1 = Time <= 20"})
             QVERIFY2(code.contains(QLatin1String(line)), line);
     }
 

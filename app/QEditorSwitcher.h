@@ -47,6 +47,7 @@ public:
     int currentEditor() const { return editorNumber; }
     int currentWorkspace() const { return workspaceNumber; }
     QInterfaceEditor* editor(int number) const { return editors.value(number); }
+    QInterfaceWorkspace* workspace(int number) const { return workspaces.value(number); }
 
 private:
     Hooks hooks;

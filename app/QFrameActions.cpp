@@ -79,6 +79,11 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     QAction* right = manager->add({QActionInfo::Everywhere}, QStringLiteral("view_right_panel"),
                                   QActionTexts::id(QStringLiteral("view_right_panel")), true, iface,
                                   SLOT(viewRightPanel(bool)));
+    window->viewMenu()->addSeparator();
+    window->viewMenu()->addAction(add("view_zoomin", SLOT(zoomIn())));
+    window->viewMenu()->addAction(add("view_zoomout", SLOT(zoomOut())));
+    window->viewMenu()->addAction(add("view_zoomreset", SLOT(zoomActual())));
+    window->viewMenu()->addSeparator();
     window->viewMenu()->addAction(left);
     window->viewMenu()->addAction(right);
 }

@@ -56,6 +56,7 @@
 #include <QVBoxLayout>
 
 #include <functional>
+#include <tuple>
 
 QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* actionList)
     : window(window), actionsDock(actionsDock), actionList(actionList), handOffPath(QHandOff::defaultPath())
@@ -153,6 +154,17 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     connect(issueButton, &QToolButton::clicked, this, &QInterface::fileCheck);
     window->statusBar()->addWidget(issueButton);
     window->statusBar()->addWidget(projectLabel, 1);
+    // The zoom of whatever the window shows, at the right end where viewers keep it.
+    for (const auto& [name, text, slot] : {std::tuple{"zoomOut", "-", &QInterface::zoomOut},
+                                           {"zoomActual", "1:1", &QInterface::zoomActual},
+                                           {"zoomIn", "+", &QInterface::zoomIn}}) {
+        auto* button = new QToolButton(window);
+        button->setObjectName(QLatin1String(name));
+        button->setText(QLatin1String(text));
+        button->setAutoRaise(true);
+        connect(button, &QToolButton::clicked, this, slot);
+        window->statusBar()->addPermanentWidget(button);
+    }
     runner = new QMugenRunner(this, window);
 }
 
@@ -469,4 +481,19 @@ void QInterface::editorSave()
 void QInterface::editorSaveAs()
 {
     if (QInterfaceEditor* shown = switcher.editor(switcher.currentEditor())) shown->saveFileAs();
+}
+
+void QInterface::zoomIn()
+{
+    if (QInterfaceWorkspace* shown = switcher.workspace(switcher.currentWorkspace())) shown->zoomIn();
+}
+
+void QInterface::zoomOut()
+{
+    if (QInterfaceWorkspace* shown = switcher.workspace(switcher.currentWorkspace())) shown->zoomOut();
+}
+
+void QInterface::zoomActual()
+{
+    if (QInterfaceWorkspace* shown = switcher.workspace(switcher.currentWorkspace())) shown->zoomActual();
 }

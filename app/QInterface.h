@@ -107,6 +107,10 @@ public Q_SLOTS:
     void fileCheck();
     // Shows the current editor's title in the panel title, with "*" while it is modified.
     void updateEditorName();
+    // The zoom of the shown workspace.
+    void zoomIn();
+    void zoomOut();
+    void zoomActual();
     // The file commands of the current editor.
     void editorNew();
     void editorOpen();

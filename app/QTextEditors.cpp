@@ -137,9 +137,6 @@ void QTextEditors::addTextActions(MainWindow* window)
     toWorkspace(edit, "txt_next_deprecation", &QTextWorkspace::nextDepr);
     toWorkspace(edit, "txt_comment", &QTextWorkspace::comment);
     QMenu* view = window->viewMenu();
-    toWorkspace(view, "view_zoomin", &QTextWorkspace::zoomIn);
-    toWorkspace(view, "view_zoomout", &QTextWorkspace::zoomOut);
-    toWorkspace(view, "view_zoomreset", &QTextWorkspace::zoomActual);
     view->addSeparator();
     addTextToolActions(manager, text, workspace->tools(), view, edit);
 }

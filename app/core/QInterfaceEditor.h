@@ -18,6 +18,10 @@ public:
     virtual void disconnectWorkspace() {}
     virtual void activate() {}
     virtual void deactivate() {}
+    // The zoom controls of the status bar act on the workspace that is shown.
+    virtual void zoomIn() {}
+    virtual void zoomOut() {}
+    virtual void zoomActual() {}
 };
 
 // An editor of one kind of file (definitions, sprites, animations, commands, states, sounds). It owns

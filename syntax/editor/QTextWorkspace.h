@@ -50,9 +50,9 @@ public Q_SLOTS:
     void nextDepr();
     void prevDepr();
     void comment();
-    void zoomIn();
-    void zoomOut();
-    void zoomActual();
+    void zoomIn() override;
+    void zoomOut() override;
+    void zoomActual() override;
     void showFind();
     void updateStatus();
 

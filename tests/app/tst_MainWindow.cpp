@@ -444,6 +444,14 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabText(first + 1), QStringLiteral("other.st"));
         QCOMPARE(window.texts()->workspace()->editor()->toPlainText(), QStringLiteral("[Statedef 5]\n"));
 
+        // The status bar's zoom acts on the shown workspace.
+        QTextEditor* shownText = window.texts()->workspace()->editor();
+        const int size = shownText->font().pointSize();
+        QTest::mouseClick(window.findChild<QToolButton*>(QStringLiteral("zoomIn")), Qt::LeftButton);
+        QCOMPARE(shownText->font().pointSize(), size + 1);
+        QTest::mouseClick(window.findChild<QToolButton*>(QStringLiteral("zoomActual")), Qt::LeftButton);
+        QCOMPARE(shownText->font().pointSize(), window.texts()->workspace()->baseFontSize());
+
         tabs->moveTab(first + 1, 0);
         QCOMPARE(project->states(0)->filePath(), other);
 

@@ -130,8 +130,7 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     hooks.clearPanels = [this]() {
         leftPanel->setTitle(QString());
         leftPanel->setContent(nullptr);
-        rightPanel->setTitle(QString());
-        rightPanel->setContent(nullptr);
+        switchExtraEditor(4);
     };
     hooks.checkEditorAction = [this](int number) {
         for (QAction* action : editorGroup->actions()) {
@@ -429,6 +428,34 @@ void QInterface::viewLeftPanel(bool shown)
 {
     leftPanelWanted = shown;
     leftPanel->setVisible(shown);
+}
+
+void QInterface::registerExtraEditor(QInterfaceExtraEditor* editor)
+{
+    extraEditors.insert(editor->number(), editor);
+}
+
+void QInterface::switchExtraEditor(int number)
+{
+    if (QInterfaceExtraEditor* old = extraEditors.value(extraEditorNumber)) old->deactivate();
+    QInterfaceExtraEditor* next = extraEditors.value(number);
+    extraEditorNumber = next ? number : 4;
+    rightPanel->setContent(next ? next->panel() : nullptr);
+    if (next) next->activate();
+    updateExtraEditorName();
+    viewRightPanel(rightPanelWanted);
+}
+
+void QInterface::updateExtraEditorName()
+{
+    const QInterfaceExtraEditor* shown = extraEditors.value(extraEditorNumber);
+    if (!shown) {
+        rightPanel->setTitle(QString());
+        return;
+    }
+    QString title = QCoreApplication::translate("QInterfaceEditor", shown->title().toUtf8().constData());
+    if (shown->isModified()) title += QLatin1Char('*');
+    rightPanel->setTitle(title);
 }
 
 void QInterface::viewRightPanel(bool shown)

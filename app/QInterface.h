@@ -12,6 +12,7 @@
 
 class ErrorDlg;
 class QInterfaceEditor;
+class QInterfaceExtraEditor;
 class QInterfaceWorkspace;
 class QActionManager;
 class MainWindow;
@@ -56,6 +57,10 @@ public:
     // The page of a workspace goes into the central area at the workspace's number.
     void registerWorkspace(int number, QInterfaceWorkspace* workspace, QWidget* page = nullptr);
     void switchEditor(int number) { switcher.switchTo(number); }
+    // Side editors join by their numbers; switching to 4 (or a number with none) empties the right panel.
+    void registerExtraEditor(QInterfaceExtraEditor* editor);
+    void switchExtraEditor(int number);
+    int currentExtraEditor() const { return extraEditorNumber; }
     QInterfaceEditor* editor(int number) const { return switcher.editor(number); }
     // The checkable actions of the editors, whose object names are the editor numbers.
     QActionGroup* editorActions() const { return editorGroup; }
@@ -122,6 +127,8 @@ public Q_SLOTS:
     void editCut();
     void editCopy();
     void editPaste();
+    // The right panel's title: the side editor's, with "*" while it is modified.
+    void updateExtraEditorName();
     void viewLeftPanel(bool shown);
     void viewRightPanel(bool shown);
 
@@ -156,6 +163,8 @@ private:
     QEditorSwitcher switcher;
     QList<QInterfaceEditor*> editorList;
     QMugenRunner* runner;
+    QMap<int, QInterfaceExtraEditor*> extraEditors;
+    int extraEditorNumber = 4;
     QWindowState windowState;
     QMap<QString, QPointer<QWidget>> floatingTools;
     bool leftPanelWanted = true;

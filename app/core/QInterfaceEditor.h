@@ -64,3 +64,19 @@ public:
     virtual void copy() {}
     virtual void paste() {}
 };
+
+// A side editor: what the right side panel shows beside the current editor (the palettes of the
+// sprites, ...). Numbers are below 4; 4 means none.
+class QInterfaceExtraEditor
+{
+public:
+    virtual ~QInterfaceExtraEditor() = default;
+    // The panel title, untranslated; the window marks a modified side editor with "*".
+    virtual QString title() const = 0;
+    virtual bool isModified() const = 0;
+    virtual int number() const = 0;
+    // The widget the right panel shows; the side editor keeps it.
+    virtual QWidget* panel() const = 0;
+    virtual void activate() {}
+    virtual void deactivate() {}
+};

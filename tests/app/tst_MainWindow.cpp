@@ -475,6 +475,41 @@ private Q_SLOTS:
         QCOMPARE(editor->document(), project->states(tabs->currentIndex())->document);
     }
 
+    // The right panel shows the side editor with its title and mark, and nothing while there is none.
+    void sideEditorInTheRightPanel()
+    {
+        MainWindow window;
+        QInterface* iface = window.interface();
+        struct Side : QInterfaceExtraEditor
+        {
+            QLabel label;
+            bool modified = false;
+            int activations = 0;
+            QString title() const override { return QStringLiteral("Palettes"); }
+            bool isModified() const override { return modified; }
+            int number() const override { return 1; }
+            QWidget* panel() const override { return const_cast<QLabel*>(&label); }
+            void activate() override { ++activations; }
+        } side;
+        iface->registerExtraEditor(&side);
+        auto* right = window.findChild<QPanelWidget*>(QStringLiteral("rightPanel"));
+        QVERIFY(right->isHidden());
+        iface->switchExtraEditor(1);
+        QCOMPARE(side.activations, 1);
+        QCOMPARE(right->content(), &side.label);
+        QVERIFY(!right->isHidden());
+        side.modified = true;
+        iface->updateExtraEditorName();
+        QCOMPARE(right->title(), QStringLiteral("Palettes*"));
+        iface->actionManager()->find(QStringLiteral("view_right_panel"))->trigger();
+        QVERIFY(right->isHidden());
+        iface->actionManager()->find(QStringLiteral("view_right_panel"))->trigger();
+        QVERIFY(!right->isHidden());
+        iface->switchExtraEditor(4);
+        QVERIFY(right->isHidden());
+        QCOMPARE(right->title(), QString());
+    }
+
     // A backup comes back into the project under the project's own file names; a project without
     // backups says so instead of showing an empty chooser.
     void loadsABackup()

@@ -144,6 +144,7 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
     switcher = QEditorSwitcher(hooks);
     actions = new QActionManager(window);
     actionList->setModel(actions->actionList());
+    connect(actionList, &QListView::activated, this, &QInterface::actionChanged);
     projectLabel = new QLabel(window);
     projectLabel->setObjectName(QStringLiteral("projectStatus"));
     issueButton = new QToolButton(window);
@@ -523,4 +524,10 @@ void QInterface::zoomOut()
 void QInterface::zoomActual()
 {
     if (QInterfaceWorkspace* shown = switcher.workspace(switcher.currentWorkspace())) shown->zoomActual();
+}
+
+void QInterface::actionChanged(const QModelIndex& index)
+{
+    QAction* action = actions->actionList()->action(index.row());
+    if (action && action->isEnabled()) action->trigger();
 }

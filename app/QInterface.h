@@ -22,6 +22,7 @@ class QActionGroup;
 class QDockWidget;
 class QWidget;
 class QListView;
+class QModelIndex;
 class QMenu;
 class QTabBar;
 class QLabel;
@@ -112,6 +113,8 @@ public Q_SLOTS:
     void fileCheck();
     // Shows the current editor's title in the panel title, with "*" while it is modified.
     void updateEditorName();
+    // An action picked in the action list runs as if chosen from its menu.
+    void actionChanged(const QModelIndex& index);
     // The zoom of the shown workspace.
     void zoomIn();
     void zoomOut();

@@ -6,6 +6,8 @@
 #include "ErrorDlg.h"
 #include "MainWindow.h"
 #include "ProjectFixture.h"
+#include "QActionInfo.h"
+#include "QActionList.h"
 #include "QActionManager.h"
 #include "QAnimations.h"
 #include "QCommands.h"
@@ -95,7 +97,15 @@ private Q_SLOTS:
         auto* dock = window.findChild<QDockWidget*>(QStringLiteral("actions"));
         QVERIFY(dock);
         QCOMPARE(dock->windowTitle(), QStringLiteral("Action list"));
-        QVERIFY(dock->findChild<QListView*>(QStringLiteral("actList")));
+        auto* list = dock->findChild<QListView*>(QStringLiteral("actList"));
+        QVERIFY(list);
+        // Picking an entry of the list runs it: here the switch of the text bar.
+        QAction* bar = window.interface()->actionManager()->find(QStringLiteral("view_text_bar"));
+        const bool before = bar->isChecked();
+        QActionList* shown = window.interface()->actionManager()->actionList();
+        QVERIFY(shown->rowOf(bar) >= 0);
+        emit list->activated(list->model()->index(shown->rowOf(bar), 0));
+        QCOMPARE(bar->isChecked(), !before);
         QVERIFY(window.findChild<QWidget*>(QStringLiteral("centralWidget")));
         // Final setup leaves exactly one empty project, and the first editor current.
         QCOMPARE(window.interface()->projectCount(), 1);

@@ -4,38 +4,11 @@
 #include "QSyntaxHierarchy.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextEditor.h"
+#include "QTextSearch.h"
 #include "QTextWorkspace.h"
 #include "QUserDialogs.h"
 
-#include <QRegularExpression>
 #include <QTextDocument>
-
-namespace {
-
-QTextDocument::FindFlags flagsOf(const QQuickFindOptions& options)
-{
-    QTextDocument::FindFlags flags;
-    if (options.value(QQuickFindOption::CaseSensitive)) flags |= QTextDocument::FindCaseSensitively;
-    if (options.value(QQuickFindOption::Backward)) flags |= QTextDocument::FindBackward;
-    return flags;
-}
-
-QRegularExpression expressionOf(const QString& text, const QQuickFindOptions& options)
-{
-    return QRegularExpression(text, options.value(QQuickFindOption::CaseSensitive)
-                                        ? QRegularExpression::NoPatternOption
-                                        : QRegularExpression::CaseInsensitiveOption);
-}
-
-QTextCursor search(const QTextDocument* document, const QString& text, const QQuickFindOptions& options,
-                   const QTextCursor& from, QTextDocument::FindFlags flags)
-{
-    if (options.value(QQuickFindOption::RegularExpression))
-        return document->find(expressionOf(text, options), from, flags);
-    return document->find(text, from, flags);
-}
-
-} // namespace
 
 QTextDocumentEditor::QTextDocumentEditor(QTextWorkspace* workspace, QObject* parent)
     : QObject(parent), m_workspace(workspace), m_outline(new QOutlineView)
@@ -131,14 +104,9 @@ bool QTextDocumentEditor::find(const QString& text, const QQuickFindOptions& opt
 {
     QTextEditor* editor = m_workspace->editor();
     QTextDocument* document = editor->document();
-    const QTextDocument::FindFlags flags = flagsOf(options);
-    QTextCursor hit =
-        text.isEmpty() ? QTextCursor() : search(document, text, options, editor->textCursor(), flags);
-    if (hit.isNull() && !text.isEmpty() && options.value(QQuickFindOption::Circular)) {
-        QTextCursor from(document);
-        if (flags & QTextDocument::FindBackward) from.movePosition(QTextCursor::End);
-        hit = search(document, text, options, from, flags);
-    }
+    QTextCursor hit = QTextSearch::find(document, text, options, editor->textCursor());
+    if (hit.isNull() && options.value(QQuickFindOption::Circular))
+        hit = QTextSearch::findFromEdge(document, text, options);
     if (hit.isNull()) {
         QUserDialogs::information(tr("Find"), tr("No text found!"));
         return false;
@@ -152,21 +120,10 @@ int QTextDocumentEditor::replace(const QString& source, const QString& dest, con
 {
     QTextEditor* editor = m_workspace->editor();
     if (editor->isReadOnly() || source.isEmpty()) return 0;
-    QTextDocument* document = editor->document();
-    const bool expression = options.value(QQuickFindOption::RegularExpression);
     if (!all) {
         QTextCursor selection = editor->textCursor();
-        const QString selected = selection.selectedText();
-        const bool isHit =
-            selection.hasSelection() &&
-            (expression ? expressionOf(QStringLiteral("\\A(?:%1)\\z").arg(source), options)
-                              .match(selected)
-                              .hasMatch()
-                        : selected.compare(source, options.value(QQuickFindOption::CaseSensitive)
-                                                       ? Qt::CaseSensitive
-                                                       : Qt::CaseInsensitive) == 0);
         int replaced = 0;
-        if (isHit) {
+        if (selection.hasSelection() && QTextSearch::isHit(selection.selectedText(), source, options)) {
             selection.insertText(dest);
             editor->setTextCursor(selection);
             replaced = 1;
@@ -174,31 +131,12 @@ int QTextDocumentEditor::replace(const QString& source, const QString& dest, con
         find(source, options);
         return replaced;
     }
-    // Every hit from the start, forward, whatever the direction of the search.
-    QQuickFindOptions forward = options;
-    forward.insert(QQuickFindOption::Backward, false);
-    const QTextDocument::FindFlags flags = flagsOf(forward);
-    QTextCursor edit(document);
-    QTextCursor from(document);
-    int replaced = 0;
-    for (;;) {
-        QTextCursor hit = search(document, source, forward, from, flags);
-        if (hit.isNull()) break;
-        if (replaced == 0) edit.beginEditBlock();
-        edit.setPosition(hit.selectionStart());
-        edit.setPosition(hit.selectionEnd(), QTextCursor::KeepAnchor);
-        edit.insertText(dest);
-        ++replaced;
-        from = edit;
-        // An empty hit would be found again at the same place.
-        if (hit.selectionStart() == hit.selectionEnd() && !from.movePosition(QTextCursor::NextCharacter))
-            break;
-    }
+    QTextCursor last;
+    const int replaced = QTextSearch::replaceAll(editor->document(), source, dest, options, &last);
     if (replaced == 0) {
         QUserDialogs::information(tr("Find"), tr("No text found!"));
         return 0;
     }
-    edit.endEditBlock();
-    editor->setTextCursor(edit);
+    editor->setTextCursor(last);
     return replaced;
 }

@@ -1,5 +1,7 @@
 #include "QTextWorkspace.h"
 
+#include "EncDlg.h"
+#include "QClickableLabel.h"
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
 #include "QQuickFind.h"
@@ -50,7 +52,10 @@ QTextWorkspace::QTextWorkspace(QWidget* parent) : QWidget(parent)
     positionLabel = addLabel("positionStatus");
     errorLabel = addLabel("errorStatus");
     status->addStretch(1);
-    encodingLabel = addLabel("encodingStatus");
+    encodingLabel = new QClickableLabel(this);
+    encodingLabel->setObjectName(QStringLiteral("encodingStatus"));
+    status->addWidget(encodingLabel);
+    connect(encodingLabel, &QClickableLabel::clicked, this, &QTextWorkspace::statusClicked);
     column->addLayout(status);
     firstFontSize = m_editor->font().pointSize();
 
@@ -118,6 +123,12 @@ void QTextWorkspace::updateStatus()
     positionLabel->setText(positionText());
     errorLabel->setText(errorText());
     encodingLabel->setText(encodingText());
+}
+
+void QTextWorkspace::statusClicked()
+{
+    if (!m_text) return;
+    connect(EncDlg::openFor(m_text, this), &QDialog::accepted, this, &QTextWorkspace::updateStatus);
 }
 
 void QTextWorkspace::goToBlock(int block)

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class QClickableLabel;
 class QLabel;
 class QQuickFind;
 class QTextEditor;
@@ -55,6 +56,8 @@ public Q_SLOTS:
     void zoomActual() override;
     void showFind();
     void updateStatus();
+    // Offers another encoding for the shown file.
+    void statusClicked();
 
 Q_SIGNALS:
     void modified(bool modified);
@@ -71,7 +74,7 @@ private:
     QPointer<QWidget> header;
     QLabel* positionLabel;
     QLabel* errorLabel;
-    QLabel* encodingLabel;
+    QClickableLabel* encodingLabel;
     QPointer<QSyntaxTextEditor> m_text;
     QMetaObject::Connection hierarchyConnection;
     int firstFontSize;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QLabel>
+
+// A label of the status line that answers a click, as the encoding part does.
+class QClickableLabel : public QLabel
+{
+    Q_OBJECT
+public:
+    using QLabel::QLabel;
+
+Q_SIGNALS:
+    void clicked();
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+};

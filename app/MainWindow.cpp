@@ -10,6 +10,7 @@
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
 #include "QTextEditors.h"
+#include "QTextTools.h"
 #include "QUserDialogs.h"
 #include "QWindowState.h"
 
@@ -34,6 +35,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     iface = new QInterface(this, actionsDock, actList);
     textEditors = new QTextEditors(iface, this);
     textEditors->retranslate();
+    new QTextTools(iface, this, textEditors);
     iface->setup();
 }
 

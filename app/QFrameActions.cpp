@@ -86,6 +86,7 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     window->viewMenu()->addSeparator();
     window->viewMenu()->addAction(left);
     window->viewMenu()->addAction(right);
+    window->toolsMenu()->addAction(add("tools_options", SLOT(toolsOptions())));
 }
 
 void QFrameActions::showPanelStates()

@@ -3,6 +3,7 @@
 #include "BakDlg.h"
 #include "ErrorDlg.h"
 #include "MainWindow.h"
+#include "OptionsDlg.h"
 #include "QActionInfo.h"
 #include "QActionList.h"
 #include "QActionManager.h"
@@ -300,6 +301,19 @@ void QInterface::updateEditorName()
     leftPanel->setTitle(switcher.panelTitle([](const QString& title) {
         return QCoreApplication::translate("QInterfaceEditor", title.toUtf8().constData());
     }));
+}
+
+void QInterface::toolsOptions()
+{
+    auto* dialog = new OptionsDlg(actions, window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &OptionsDlg::applied, this, &QInterface::applyConfig);
+    dialog->open();
+}
+
+void QInterface::applyConfig()
+{
+    emit configApplied();
 }
 
 void QInterface::retranslate()

@@ -134,10 +134,16 @@ public Q_SLOTS:
     void updateExtraEditorName();
     void viewLeftPanel(bool shown);
     void viewRightPanel(bool shown);
+    // Opens the options dialog, whose applied settings reach applyConfig().
+    void toolsOptions();
+    // Hands the settings as they now stand to the workspaces and editors.
+    void applyConfig();
 
 Q_SIGNALS:
     // Another project became current (null while the window goes away); editors switch to it.
     void currentProjectChanged(QProject* project);
+    // The settings changed; everything that reads them at start reads them again.
+    void configApplied();
 
 private:
     void readHandOff();

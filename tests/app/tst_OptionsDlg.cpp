@@ -1,0 +1,149 @@
+// The options dialog in the real window: keys bound in its table through the action manager, with
+// the manager's conflict warning, and the code editor options reaching the open text workspace.
+
+#include "MainWindow.h"
+#include "OptionsDlg.h"
+#include "QActionManager.h"
+#include "QDialogRecorder.h"
+#include "QInterface.h"
+#include "QMugenModel.h"
+#include "QSingleInstance.h"
+#include "QTextEditor.h"
+#include "QTextEditors.h"
+#include "QTextWorkspace.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontComboBox>
+#include <QKeySequenceEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_OptionsDlg : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir configDir;
+
+    static OptionsDlg* openOptions(MainWindow& window)
+    {
+        window.interface()->actionManager()->find(QStringLiteral("tools_options"))->trigger();
+        return window.findChild<OptionsDlg*>();
+    }
+
+    // Types keys into the cell of an action as the user does: the cell's key editor takes them and
+    // hands them on when typing ends.
+    static bool typeKeys(QTableView* view, int row, const QKeySequence& keys)
+    {
+        // The editor of the last cell is gone only once its deletion has run.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const QModelIndex cell = view->model()->index(row, 1);
+        view->setCurrentIndex(cell);
+        view->edit(cell);
+        auto* editor = view->findChild<QKeySequenceEdit*>();
+        if (!editor) return false;
+        editor->setKeySequence(keys);
+        emit editor->editingFinished();
+        return true;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qputenv("TAVREL_CONFIG_DIR", configDir.path().toLocal8Bit());
+        isFirstInstance = false;
+    }
+
+    void init() { mugenModel = new QMugenModel; }
+
+    void cleanup()
+    {
+        delete mugenModel;
+        mugenModel = nullptr;
+    }
+
+    void keysTableBindsThroughTheManager()
+    {
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QActionManager* manager = window.interface()->actionManager();
+        OptionsDlg* options = openOptions(window);
+        QVERIFY(options);
+        QTableView* view = options->keysTable();
+        QCOMPARE(view->model(), manager);
+        QCOMPARE(view->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Function"));
+        QCOMPARE(view->model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Keys"));
+
+        QAction* save = manager->find(QStringLiteral("file_save"));
+        QAction* open = manager->find(QStringLiteral("file_open"));
+        const int saveRow = int(manager->actions().indexOf(save));
+        const int openRow = int(manager->actions().indexOf(open));
+        QVERIFY(typeKeys(view, saveRow, QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
+        QCOMPARE(manager->shortcut(save), QKeySequence(QStringLiteral("Ctrl+Alt+K")));
+        QCOMPARE(manager->index(saveRow, 1).data().toString(), QStringLiteral("Ctrl+Alt+K"));
+        QVERIFY(dialogs.calls.isEmpty());
+
+        // Both work everywhere: the second is refused with the warning and keeps its keys.
+        const QKeySequence openKeys = manager->shortcut(open);
+        QVERIFY(typeKeys(view, openRow, QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
+        QCOMPARE(dialogs.calls.size(), 1);
+        QCOMPARE(dialogs.calls.at(0).title, QStringLiteral("Conflict!"));
+        QCOMPARE(dialogs.calls.at(0).text,
+                 QStringLiteral("This shortcut conflict with another that resides in the same scope."));
+        QCOMPARE(manager->shortcut(open), openKeys);
+        QCOMPARE(manager->shortcut(save), QKeySequence(QStringLiteral("Ctrl+Alt+K")));
+
+        view->setCurrentIndex(manager->index(saveRow, 0));
+        options->findChild<QPushButton*>(QStringLiteral("clearKey"))->click();
+        QVERIFY(manager->shortcut(save).isEmpty());
+        for (QAction* key : manager->keyActions())
+            QVERIFY(key->shortcut() != QKeySequence(QStringLiteral("Ctrl+Alt+K")));
+        options->reject();
+    }
+
+    // Apply writes the settings and the open workspace follows: fewer gutter parts, another size.
+    // Cancel afterwards takes nothing back that Apply wrote, and changes nothing more.
+    void codeOptionsReachTheWorkspace()
+    {
+        QDialogRecorder dialogs;
+        MainWindow window;
+        QTextEditor* editor = window.texts()->workspace()->editor();
+        QVERIFY(editor->lineNumbersVisible() && editor->foldingEnabled());
+        const int gutter = editor->extraAreaWidth();
+        OptionsDlg* options = openOptions(window);
+        QVERIFY(options);
+        QVERIFY(options->check(QStringLiteral("code_line_numbers"))->isChecked());
+        QCOMPARE(options->fontSize()->value(), 10);
+        QCOMPARE(options->codePage()->currentIndex(), 0);
+
+        options->check(QStringLiteral("code_line_numbers"))->setChecked(false);
+        options->check(QStringLiteral("code_highlight_line"))->setChecked(false);
+        options->check(QStringLiteral("confirm_close"))->setChecked(false);
+        options->apply();
+        QCOMPARE((*mugenModel)[QStringLiteral("code_line_numbers")].toBool(), false);
+        QCOMPARE((*mugenModel)[QStringLiteral("confirm_close")].toBool(), false);
+        QVERIFY(!editor->lineNumbersVisible());
+        QVERIFY(!editor->highlightCurrentLine());
+        QVERIFY(editor->foldingEnabled());
+        QVERIFY(editor->extraAreaWidth() < gutter);
+
+        options->fontSize()->setValue(15);
+        options->apply();
+        QCOMPARE((*mugenModel)[QStringLiteral("font_size")].toInt(), 15);
+        QCOMPARE(editor->font().pointSize(), 15);
+        QCOMPARE(editor->tabStopDistance(),
+                 QFontMetricsF(editor->font()).horizontalAdvance(QLatin1Char(' ')) * 4);
+
+        options->check(QStringLiteral("code_folding_markers"))->setChecked(false);
+        options->reject();
+        QVERIFY(editor->foldingEnabled());
+        QCOMPARE((*mugenModel)[QStringLiteral("code_folding_markers")].toBool(), true);
+        QVERIFY(dialogs.calls.isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_OptionsDlg)
+#include "tst_OptionsDlg.moc"

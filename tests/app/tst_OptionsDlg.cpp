@@ -13,8 +13,6 @@
 #include "QTextWorkspace.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QFontComboBox>
 #include <QKeySequenceEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -71,7 +69,6 @@ private Q_SLOTS:
         MainWindow window;
         QActionManager* manager = window.interface()->actionManager();
         OptionsDlg* options = openOptions(window);
-        QVERIFY(options);
         QTableView* view = options->keysTable();
         QCOMPARE(view->model(), manager);
         QCOMPARE(view->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Function"));
@@ -83,7 +80,6 @@ private Q_SLOTS:
         const int openRow = int(manager->actions().indexOf(open));
         QVERIFY(typeKeys(view, saveRow, QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
         QCOMPARE(manager->shortcut(save), QKeySequence(QStringLiteral("Ctrl+Alt+K")));
-        QCOMPARE(manager->index(saveRow, 1).data().toString(), QStringLiteral("Ctrl+Alt+K"));
         QVERIFY(dialogs.calls.isEmpty());
 
         // Both work everywhere: the second is refused with the warning and keeps its keys.
@@ -104,43 +100,32 @@ private Q_SLOTS:
         options->reject();
     }
 
-    // Apply writes the settings and the open workspace follows: fewer gutter parts, another size.
-    // Cancel afterwards takes nothing back that Apply wrote, and changes nothing more.
+    // Apply writes the settings and the open workspace follows; what Cancel throws away changes nothing.
     void codeOptionsReachTheWorkspace()
     {
         QDialogRecorder dialogs;
         MainWindow window;
         QTextEditor* editor = window.texts()->workspace()->editor();
-        QVERIFY(editor->lineNumbersVisible() && editor->foldingEnabled());
         const int gutter = editor->extraAreaWidth();
         OptionsDlg* options = openOptions(window);
-        QVERIFY(options);
         QVERIFY(options->check(QStringLiteral("code_line_numbers"))->isChecked());
         QCOMPARE(options->fontSize()->value(), 10);
-        QCOMPARE(options->codePage()->currentIndex(), 0);
-
         options->check(QStringLiteral("code_line_numbers"))->setChecked(false);
         options->check(QStringLiteral("code_highlight_line"))->setChecked(false);
         options->check(QStringLiteral("confirm_close"))->setChecked(false);
         options->apply();
-        QCOMPARE((*mugenModel)[QStringLiteral("code_line_numbers")].toBool(), false);
-        QCOMPARE((*mugenModel)[QStringLiteral("confirm_close")].toBool(), false);
-        QVERIFY(!editor->lineNumbersVisible());
-        QVERIFY(!editor->highlightCurrentLine());
-        QVERIFY(editor->foldingEnabled());
+        QVERIFY(!(*mugenModel)[QStringLiteral("confirm_close")].toBool());
+        QVERIFY(!editor->lineNumbersVisible() && !editor->highlightCurrentLine() && editor->foldingEnabled());
         QVERIFY(editor->extraAreaWidth() < gutter);
 
         options->fontSize()->setValue(15);
         options->apply();
-        QCOMPARE((*mugenModel)[QStringLiteral("font_size")].toInt(), 15);
         QCOMPARE(editor->font().pointSize(), 15);
         QCOMPARE(editor->tabStopDistance(),
                  QFontMetricsF(editor->font()).horizontalAdvance(QLatin1Char(' ')) * 4);
-
         options->check(QStringLiteral("code_folding_markers"))->setChecked(false);
         options->reject();
         QVERIFY(editor->foldingEnabled());
-        QCOMPARE((*mugenModel)[QStringLiteral("code_folding_markers")].toBool(), true);
         QVERIFY(dialogs.calls.isEmpty());
     }
 };

@@ -40,6 +40,8 @@ QTextTools::QTextTools(QInterface* iface, MainWindow* window, QTextEditors* text
     QAction* encoding = edit->addAction(tr("Encoding..."), workspace, &QTextWorkspace::statusClicked);
     encoding->setObjectName(QStringLiteral("textEncoding"));
 
+    // Outside the text editors no file is shown, so even the search of "the current file" spans the
+    // project's text files.
     connect(findMulti, &FindDlgMlt::find, this,
             [this](const QString& text, const QQuickFindOptions& options) {
                 if (QTextDocumentEditor* editor = this->texts->current())

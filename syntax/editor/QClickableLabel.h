@@ -7,7 +7,7 @@ class QClickableLabel : public QLabel
 {
     Q_OBJECT
 public:
-    using QLabel::QLabel;
+    explicit QClickableLabel(QWidget* parent = nullptr);
 
 Q_SIGNALS:
     void clicked();

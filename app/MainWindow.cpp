@@ -9,8 +9,8 @@
 #include "QModelTables.h"
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
+#include "QProjectTextTools.h"
 #include "QTextEditors.h"
-#include "QTextTools.h"
 #include "QUserDialogs.h"
 #include "QWindowState.h"
 
@@ -35,7 +35,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     iface = new QInterface(this, actionsDock, actList);
     textEditors = new QTextEditors(iface, this);
     textEditors->retranslate();
-    new QTextTools(iface, this, textEditors);
+    new QProjectTextTools(iface, this, textEditors);
     iface->setup();
 }
 

@@ -422,6 +422,8 @@ void QInterface::storeWindowState()
     state.showLeftPanel = leftPanelWanted;
     state.showRightPanel = rightPanelWanted;
     window->storeToolbars(&state);
+    // Only tools that are made write their keys; the others keep what the configuration holds.
+    state.floating.clear();
     for (auto it = floatingTools.cbegin(); it != floatingTools.cend(); ++it) {
         if (!it.value()) continue;
         QWindowState::Floating& tool = state.floating[it.key()];

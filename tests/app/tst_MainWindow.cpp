@@ -201,7 +201,6 @@ private Q_SLOTS:
         QCOMPARE(config[QStringLiteral("main_toolbar")].toBool(), false);
         QCOMPARE(config[QStringLiteral("toolbar_first")].toBool(), false);
         QCOMPARE(config[QStringLiteral("find_multi_x")].toInt(), 40);
-        QVERIFY(config.settings.contains(QStringLiteral("show_calculator")));
         QVERIFY(QFile::exists(configDir.filePath(QStringLiteral("config.xml"))));
     }
 

@@ -49,7 +49,7 @@ struct Opened
 
 } // namespace
 
-class tst_TextTools : public QObject
+class tst_ProjectTextTools : public QObject
 {
     Q_OBJECT
 
@@ -176,5 +176,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_TextTools)
-#include "tst_TextTools.moc"
+QTEST_MAIN(tst_ProjectTextTools)
+#include "tst_ProjectTextTools.moc"

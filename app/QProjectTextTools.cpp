@@ -1,4 +1,4 @@
-#include "QTextTools.h"
+#include "QProjectTextTools.h"
 
 #include "FindDlgMlt.h"
 #include "MainWindow.h"
@@ -27,7 +27,7 @@ const QString yKey = QStringLiteral("find_multi_y");
 
 } // namespace
 
-QTextTools::QTextTools(QInterface* iface, MainWindow* window, QTextEditors* texts)
+QProjectTextTools::QProjectTextTools(QInterface* iface, MainWindow* window, QTextEditors* texts)
     : QObject(iface), iface(iface), texts(texts), findMulti(new FindDlgMlt(window))
 {
     // Everywhere: the search walks all text files of the project, so it is as useful from the sprites
@@ -35,7 +35,7 @@ QTextTools::QTextTools(QInterface* iface, MainWindow* window, QTextEditors* text
     const QString name = QStringLiteral("edit_find_replace_multi");
     QMenu* edit = window->editMenu();
     edit->addAction(iface->actionManager()->add({QActionInfo::Everywhere}, name, QActionTexts::id(name),
-                                                false, this, &QTextTools::showFindMulti));
+                                                false, this, &QProjectTextTools::showFindMulti));
     QTextWorkspace* workspace = texts->workspace();
     QAction* encoding = edit->addAction(tr("Encoding..."), workspace, &QTextWorkspace::statusClicked);
     encoding->setObjectName(QStringLiteral("textEncoding"));
@@ -56,23 +56,23 @@ QTextTools::QTextTools(QInterface* iface, MainWindow* window, QTextEditors* text
                 else
                     replaceInFiles(source, dest, options, all);
             });
-    connect(findMulti, &FindDlgMlt::findInFiles, this, &QTextTools::findInFiles);
-    connect(findMulti, &FindDlgMlt::replaceInFiles, this, &QTextTools::replaceInFiles);
+    connect(findMulti, &FindDlgMlt::findInFiles, this, &QProjectTextTools::findInFiles);
+    connect(findMulti, &FindDlgMlt::replaceInFiles, this, &QProjectTextTools::replaceInFiles);
     // Only the user's closing counts: the window going away hides the dialog too.
     connect(findMulti, &QDialog::finished, this, [this]() {
         if (mugenModel) (*mugenModel)[showKey] = false;
     });
-    connect(iface, &QInterface::configApplied, this, &QTextTools::applyConfig);
+    connect(iface, &QInterface::configApplied, this, &QProjectTextTools::applyConfig);
     applyConfig();
     restoreFindMulti();
 }
 
-QTextTools::~QTextTools()
+QProjectTextTools::~QProjectTextTools()
 {
     storeFindMulti();
 }
 
-void QTextTools::showFindMulti()
+void QProjectTextTools::showFindMulti()
 {
     if (!findMulti) return;
     if (QTextDocumentEditor* editor = texts->current()) {
@@ -89,12 +89,12 @@ void QTextTools::showFindMulti()
     if (mugenModel) (*mugenModel)[showKey] = true;
 }
 
-void QTextTools::applyConfig()
+void QProjectTextTools::applyConfig()
 {
     if (mugenModel) QTextEditorSettings::apply(texts->workspace()->editor(), mugenModel->settings);
 }
 
-void QTextTools::findInFiles(const QString& text, const QQuickFindOptions& options)
+void QProjectTextTools::findInFiles(const QString& text, const QQuickFindOptions& options)
 {
     QTextDocumentEditor* editor = texts->current();
     QTextEditor* view = texts->workspace()->editor();
@@ -113,8 +113,8 @@ void QTextTools::findInFiles(const QString& text, const QQuickFindOptions& optio
     view->ensureCursorVisible();
 }
 
-void QTextTools::replaceInFiles(const QString& source, const QString& dest, const QQuickFindOptions& options,
-                                bool all)
+void QProjectTextTools::replaceInFiles(const QString& source, const QString& dest,
+                                       const QQuickFindOptions& options, bool all)
 {
     if (!all) {
         QTextDocumentEditor* editor = texts->current();
@@ -138,7 +138,7 @@ void QTextTools::replaceInFiles(const QString& source, const QString& dest, cons
                               tr("%1 occurrence(s) replaced in %2 file(s).").arg(replaced).arg(files));
 }
 
-void QTextTools::restoreFindMulti()
+void QProjectTextTools::restoreFindMulti()
 {
     if (!mugenModel || !findMulti) return;
     QMugenModel& config = *mugenModel;
@@ -151,7 +151,7 @@ void QTextTools::restoreFindMulti()
     if (config[showKey].toBool()) showFindMulti();
 }
 
-void QTextTools::storeFindMulti()
+void QProjectTextTools::storeFindMulti()
 {
     if (!mugenModel || !findMulti || !placed) return;
     QMugenModel& config = *mugenModel;

@@ -14,12 +14,12 @@ class QTextEditors;
 // the project (a floating dialog whose place and visibility the configuration keeps), the choice of a
 // file's encoding from the menu, and the configured look of the code editor, applied at start and
 // whenever the options are applied.
-class QTextTools : public QObject
+class QProjectTextTools : public QObject
 {
     Q_OBJECT
 public:
-    QTextTools(QInterface* iface, MainWindow* window, QTextEditors* texts);
-    ~QTextTools() override;
+    QProjectTextTools(QInterface* iface, MainWindow* window, QTextEditors* texts);
+    ~QProjectTextTools() override;
 
     FindDlgMlt* findDialog() const { return findMulti; }
 

@@ -4,6 +4,7 @@
 #include "QCodecList.h"
 #include "QKeySequenceDelegate.h"
 #include "QMugenModel.h"
+#include "QMugenPage.h"
 #include "QTextEncoding.h"
 
 #include <QCheckBox>
@@ -27,6 +28,7 @@ OptionsDlg::OptionsDlg(QActionManager* manager, QWidget* parent) : QDialog(paren
     m_pages->setObjectName(QStringLiteral("pages"));
     m_pages->addTab(makeKeysPage(), tr("Keys"));
     m_pages->addTab(makeCodePage(), tr("Code editor"));
+    if (mugenModel) m_pages->addTab(new QMugenPage(mugenModel, m_pages), tr("M.U.G.E.N."));
     layout->addWidget(m_pages);
 
     auto* buttons =

@@ -2,23 +2,30 @@
 // the manager's conflict warning, and the code editor options reaching the open text workspace.
 
 #include "MainWindow.h"
+#include "MugenDlg.h"
 #include "OptionsDlg.h"
 #include "QActionManager.h"
 #include "QDialogRecorder.h"
 #include "QInterface.h"
 #include "QMugenModel.h"
+#include "QMugenPage.h"
 #include "QSingleInstance.h"
 #include "QTextEditor.h"
 #include "QTextEditors.h"
 #include "QTextWorkspace.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QKeySequenceEdit>
+#include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 class tst_OptionsDlg : public QObject
 {
@@ -62,6 +69,8 @@ private Q_SLOTS:
         delete mugenModel;
         mugenModel = nullptr;
     }
+
+    void gamesPage();
 
     void keysTableBindsThroughTheManager()
     {
@@ -129,6 +138,34 @@ private Q_SLOTS:
         QVERIFY(dialogs.calls.isEmpty());
     }
 };
+
+// The games page edits the configuration's list through the game dialog, whose presets fill the
+// command line; removing and moving keep a row selected.
+void tst_OptionsDlg::gamesPage()
+{
+    mugenModel->clear();
+    QMugenPage page(mugenModel);
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<MugenDlg*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        dialog->findChildren<QLineEdit*>().at(0)->setText(QStringLiteral("Local"));
+        dialog->presets()->setCurrentIndex(1);
+        emit dialog->presets()->activated(1);
+        dialog->accept();
+    });
+    page.add();
+    QCOMPARE(mugenModel->rowCount(), 1);
+    QCOMPARE(mugenModel->entry(0)->name, QStringLiteral("Local"));
+    QCOMPARE(mugenModel->entry(0)->params, QStringLiteral("%0 %0 -p2.ai 1"));
+    mugenModel->addEntry(QStringLiteral("Second"), QString(), QStringLiteral("%0"), QString());
+    page.list()->setCurrentIndex(mugenModel->index(1, 0));
+    page.moveUp();
+    QCOMPARE(mugenModel->entry(0)->name, QStringLiteral("Second"));
+    QCOMPARE(page.list()->currentIndex().row(), 0);
+    page.remove();
+    QCOMPARE(mugenModel->rowCount(), 1);
+    QCOMPARE(page.list()->currentIndex().row(), 0);
+}
 
 QTEST_MAIN(tst_OptionsDlg)
 #include "tst_OptionsDlg.moc"

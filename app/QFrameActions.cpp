@@ -87,6 +87,7 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     window->viewMenu()->addAction(left);
     window->viewMenu()->addAction(right);
     window->toolsMenu()->addAction(add("tools_options", SLOT(toolsOptions())));
+    window->helpMenu()->addAction(add("help_about", SLOT(helpAbout())));
 }
 
 void QFrameActions::showPanelStates()

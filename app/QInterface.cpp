@@ -547,3 +547,12 @@ void QInterface::actionChanged(const QModelIndex& index)
     QAction* action = actions->actionList()->action(index.row());
     if (action && action->isEnabled()) action->trigger();
 }
+
+void QInterface::helpAbout()
+{
+    QUserDialogs::information(
+        tr("About Tavrel"), tr("Orlenmark Tavrel %1\nAn editor of characters, stages, storyboards, fonts, "
+                               "system screens and fight "
+                               "effects for the M.U.G.E.N. engine.\n\nBuilt with Qt %2.")
+                                .arg(QCoreApplication::applicationVersion(), QLatin1String(QT_VERSION_STR)));
+}

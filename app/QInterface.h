@@ -134,6 +134,8 @@ public Q_SLOTS:
     void updateExtraEditorName();
     void viewLeftPanel(bool shown);
     void viewRightPanel(bool shown);
+    // The program's name, version and the libraries it stands on.
+    void helpAbout();
     // Opens the options dialog, whose applied settings reach applyConfig().
     void toolsOptions();
     // Hands the settings as they now stand to the workspaces and editors.

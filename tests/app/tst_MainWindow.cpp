@@ -346,6 +346,13 @@ private Q_SLOTS:
         const QByteArray written = file.readAll();
         QVERIFY2(written.contains("action=\"file_check_errors\" keys=\"F7\""), written.constData());
         QVERIFY(!written.contains("no_such_action"));
+        QDialogRecorder about;
+        {
+            MainWindow window;
+            window.interface()->actionManager()->find(QStringLiteral("help_about"))->trigger();
+        }
+        QCOMPARE(about.calls.size(), 1);
+        QCOMPARE(about.calls.first().title, QStringLiteral("About Tavrel"));
         QFile::remove(shortcuts);
     }
 

@@ -14,6 +14,8 @@ QStatesEditor::QStatesEditor(QTextWorkspace* workspace, QObject* parent)
 {
     tabs->setObjectName(QStringLiteral("statesTabs"));
     tabs->setDocumentMode(true);
+    // Tabs as wide as their names, as in any editor, not stretched over the whole text.
+    tabs->setExpanding(false);
     tabs->setTabsClosable(true);
     tabs->setMovable(true);
     tabs->hide();

@@ -4,6 +4,7 @@
 #include "QActionInfo.h"
 #include "QActionManager.h"
 #include "QActionTexts.h"
+#include "QHistoryManager.h"
 #include "QInterface.h"
 
 #include <QDockWidget>
@@ -18,6 +19,9 @@ QFrameActions::QFrameActions(QActionManager* manager, QInterface* iface, MainWin
     QMenu* project = window->fileMenu();
     project->addAction(add("file_new", SLOT(fileNew())));
     project->addAction(add("file_open", SLOT(fileOpen())));
+    QMenu* recent = project->addMenu(QString());
+    recent->setObjectName(QStringLiteral("menuRecent"));
+    iface->history()->setMenu(recent);
     project->addSeparator();
     project->addAction(add("file_save", SLOT(fileSave())));
     project->addAction(add("file_saveas", SLOT(fileSaveAs())));

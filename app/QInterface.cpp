@@ -15,6 +15,7 @@
 #include "QDefinitions.h"
 #include "QFrameActions.h"
 #include "QHandOff.h"
+#include "QHistoryManager.h"
 #include "QIconsetManager.h"
 #include "QInterfaceEditor.h"
 #include "QLanguageManager.h"
@@ -167,6 +168,9 @@ QInterface::QInterface(MainWindow* window, QDockWidget* actionsDock, QListView* 
         window->statusBar()->addPermanentWidget(button);
     }
     runner = new QMugenRunner(this, window);
+    recent = new QHistoryManager(QConfigLocation::standard().writePath(QStringLiteral("history.xml")), this);
+    connect(files, &QProjectFiles::projectFileUsed, recent, &QHistoryManager::add);
+    connect(recent, &QHistoryManager::entryTriggered, files, &QProjectFiles::openProject);
 }
 
 QInterface::~QInterface()
@@ -318,6 +322,7 @@ void QInterface::applyConfig()
 
 void QInterface::retranslate()
 {
+    recent->retranslate();
     updateEditorName();
     updateProjectStatus();
     updateErrorStatus();

@@ -28,6 +28,7 @@ class QTabBar;
 class QLabel;
 class QToolButton;
 class QMugenRunner;
+class QHistoryManager;
 class QStackedLayout;
 class QSplitter;
 class QPanelWidget;
@@ -47,6 +48,7 @@ public:
 
     // The open projects and the file commands; the tabs show them.
     QProjectFiles* projectFiles() const { return files; }
+    QHistoryManager* history() const { return recent; }
     int projectCount() const { return files->projectCount(); }
     QProject* project(int index) const { return files->project(index); }
     QProject* currentProject() const { return files->currentProject(); }
@@ -174,6 +176,7 @@ private:
     QEditorSwitcher switcher;
     QList<QInterfaceEditor*> editorList;
     QMugenRunner* runner;
+    QHistoryManager* recent;
     QMap<int, QInterfaceExtraEditor*> extraEditors;
     int extraEditorNumber = 4;
     QWindowState windowState;

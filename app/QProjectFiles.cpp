@@ -127,6 +127,9 @@ void QProjectFiles::openProject(const QString& fileName)
     }
     addProject(project);
     QTrace::write(QStringLiteral("project"), QStringLiteral("opened ") + project->displayName());
+    // A font is converted on opening; its file is no project to come back to.
+    if (info.suffix().compare(QLatin1String("fnt"), Qt::CaseInsensitive) != 0)
+        emit projectFileUsed(info.absoluteFilePath(), project->displayName());
     // The empty project of a fresh window gives way to the first real one.
     if (projects.size() == 2 && projects.first()->isEmpty()) closeProject(0);
 }
@@ -215,7 +218,7 @@ void QProjectFiles::fileSaveAs()
     current->variables[QStringLiteral("proj_path")] = QFileInfo(path).absolutePath();
     QProgress progress(dialogParent, tr("Loading project..."));
     connect(current, &QProject::progress, &progress, &QProgress::onProgress);
-    current->toFile(path, false);
+    if (current->toFile(path, false)) emit projectFileUsed(path, current->displayName());
     askToSavePalettes();
 }
 

@@ -68,6 +68,8 @@ Q_SIGNALS:
     void currentStatusChanged();
     // The current project's issue list changed.
     void currentIssuesChanged();
+    // A project was opened from or saved as this definitions file: the history takes it.
+    void projectFileUsed(const QString& path, const QString& name);
 
 private:
     void addProject(QProject* project);

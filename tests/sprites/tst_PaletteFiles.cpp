@@ -447,7 +447,6 @@ private Q_SLOTS:
         QImage rgb(3, 3, QImage::Format_RGB32);
         rgb.fill(Qt::red);
         QTest::newRow("rgb png") << QStringLiteral("rgb.png") << imageFile(rgb, "PNG");
-        QTest::newRow("rgb bmp") << QStringLiteral("rgb.bmp") << imageFile(rgb, "BMP");
         QTest::newRow("24-bit pcx") << QStringLiteral("rgb.pcx") << pcxFile(8, 3);
         QByteArray giant = pcxFile();
         giant.replace(8, 4, le16(59999) + le16(59999));
@@ -518,7 +517,6 @@ private Q_SLOTS:
         QBuffer buffer(&bytes);
         QVERIFY(buffer.open(QIODevice::WriteOnly));
         QVERIFY(QACTPalette::write(&buffer, table.data()));
-        QCOMPARE(bytes.size(), 768);
         QCOMPARE(bytes.left(3), QByteArray("\x01\x02\x03", 3));
         QCOMPARE(bytes.right(3), QByteArray("\x07\x08\x09", 3));
     }

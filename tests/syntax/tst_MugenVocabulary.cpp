@@ -69,7 +69,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<unsigned>("version");
         QTest::newRow("two parts") << "1.1" << 0x1010000u;
-        QTest::newRow("one zero") << "1.0" << 0x1000000u;
         QTest::newRow("beta") << "0.9" << 0x90000u;
         QTest::newRow("three parts") << "1.0.3" << 0x1000300u;
         QTest::newRow("four parts") << "1.2.3.4" << 0x1020304u;
@@ -171,10 +170,6 @@ private slots:
         QTest::newRow("intn with max") << "type=\"intn\" max=\"10\"" << int(MugenIntN) << 0 << "10";
         QTest::newRow("max ignored elsewhere") << "type=\"int\" max=\"3\"" << int(MugenInt) << 0 << QString();
         QTest::newRow("value pattern") << "type=\"value\" reg_exp=\"a|b\"" << int(MugenValue) << 0 << "a|b";
-        QTest::newRow("strexp2nil pattern")
-            << "type=\"strexp2nil\" reg_exp=\"s\"" << int(MugenStrExp2Nil) << 0 << "s";
-        QTest::newRow("exp2value pattern")
-            << "type=\"exp2value\" reg_exp=\"foot\"" << int(MugenExp2Value) << 0 << "foot";
         QTest::newRow("no pattern for exp")
             << "type=\"exp\" reg_exp=\"a\"" << int(MugenExp) << 0 << QString();
         QTest::newRow("fmt_reg_exp overrides reg_exp")
@@ -230,7 +225,6 @@ private slots:
         QTest::newRow("const pattern") << "type=\"const\" reg_exp=\"x\"" << int(MugenConst) << "x";
         QTest::newRow("no pattern for exp") << "type=\"exp\" reg_exp=\"x\"" << int(MugenExp) << QString();
         QTest::newRow("parameter kind on a trigger") << "type=\"int\"" << int(MugenUnchecked) << QString();
-        QTest::newRow("exp3") << "type=\"exp3\"" << int(MugenExp3) << QString();
         QTest::newRow("op2int2") << "type=\"op2int2\"" << int(MugenOp2Int2) << QString();
         QTest::newRow("regexp name") << "type=\"opint\" format=\"regexp\" fmt_reg_exp=\"projhit\\d*\""
                                      << int(MugenOpInt) << "projhit\\d*";
@@ -359,11 +353,6 @@ private slots:
         QCOMPARE(vocabulary.constants().value(QStringLiteral("gethitvar")), (QStringList{"xvel", "yvel"}));
         QVERIFY(vocabulary.triggers().isEmpty());
         QVERIFY(vocabulary.stateControllers().isEmpty());
-        QCOMPARE(QMugenSyntaxProperties::groupElement(QMugenSyntaxProperties::BGCtrlDef),
-                 QStringLiteral("bg_control_def"));
-        QCOMPARE(QMugenSyntaxProperties::groupLabel(QMugenSyntaxProperties::Fnt), QStringLiteral("FNT v2"));
-        QCOMPARE(QMugenSyntaxProperties::groupLabel(QMugenSyntaxProperties::SceneDef),
-                 QStringLiteral("SceneDef"));
     }
 
     void completionWords()

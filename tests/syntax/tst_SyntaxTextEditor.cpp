@@ -154,15 +154,12 @@ private slots:
         outline->update(editor.text());
         QCOMPARE(updated.count(), 1);
         QCOMPARE(outline->rowCount(), 0);
+        // An empty outline answers invalid indexes without harm.
         QVERIFY(!outline->index(0, 0).isValid());
         QVERIFY(!outline->parent(QModelIndex()).isValid());
         QVERIFY(!outline->data(QModelIndex()).isValid());
         QCOMPARE(outline->lineForIndex(QModelIndex()), 0);
         QVERIFY(!outline->indexForLine(2).isValid());
-        QVERIFY(!outline->sectionExists(QStringLiteral("Data")));
-        QCOMPARE(outline->findValue(QStringLiteral("Data"), QStringLiteral("life")), QString());
-        outline->setMode(2);
-        QCOMPARE(outline->mode(), 2);
     }
 
     void roundTrip_data()
@@ -211,7 +208,6 @@ private slots:
         QVERIFY(editor.load(path));
         QCOMPARE(editor.text(), text);
         QVERIFY(!editor.isModified());
-        QCOMPARE(editor.fileTitle(), QStringLiteral("in.cns"));
         QCOMPARE(editor.filePath(), path);
 
         const QString out = dir.filePath(QStringLiteral("out.cns"));
@@ -556,20 +552,6 @@ private slots:
         QVERIFY2(firedAt - lastEdit >= 290, qPrintable(QString::number(firedAt - lastEdit)));
         QTest::qWait(500);
         QCOMPARE(updated.count(), 1);
-    }
-
-    void hierarchyAfterOneSecond()
-    {
-        // Two edits 900 ms apart give one rebuild, a second after the second edit.
-        QSyntaxTextEditor editor(pftStates);
-        QVERIFY(editor.load(write(QStringLiteral("second.cns"), "[A]\n")));
-        QSignalSpy updated(&editor, &QSyntaxTextEditor::hierarchyUpdated);
-        QTextCursor(editor.document).insertText(QStringLiteral("x"));
-        QTest::qWait(900);
-        QTextCursor(editor.document).insertText(QStringLiteral("y"));
-        QTest::qWait(900);
-        QCOMPARE(updated.count(), 0);
-        QTRY_COMPARE_WITH_TIMEOUT(updated.count(), 1, 1000);
     }
 
     void issues_data()

@@ -400,6 +400,7 @@ void QInterface::restoreWindowState()
     leftPanelWanted = state.showLeftPanel;
     rightPanelWanted = state.showRightPanel;
     leftPanel->setVisible(leftPanelWanted);
+    if (quickSearch) quickSearch->setVisible(state.showQuickSearch);
     window->restoreToolbars(state);
     windowState = state;
 }
@@ -426,6 +427,7 @@ void QInterface::storeWindowState()
     state.actionListArea = int(window->dockWidgetArea(actionsDock));
     state.showLeftPanel = leftPanelWanted;
     state.showRightPanel = rightPanelWanted;
+    state.showQuickSearch = quickSearch && !quickSearch->isHidden();
     window->storeToolbars(&state);
     // Only tools that are made write their keys; the others keep what the configuration holds.
     state.floating.clear();

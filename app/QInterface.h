@@ -72,6 +72,8 @@ public:
     ErrorDlg* issueDialog() const { return issues; }
 
     void openHandedFile(const QString& path) { files->openHandedFile(path); }
+    // The search bar, whose being shown the window state keeps.
+    void setQuickSearch(QWidget* bar) { quickSearch = bar; }
     // A floating tool window (the multi-file find, ...) that remembers whether it was open and where.
     void addFloatingTool(const QString& name, QWidget* tool);
     // The state the window was restored to, for the parts that are built later.
@@ -181,6 +183,7 @@ private:
     int extraEditorNumber = 4;
     QWindowState windowState;
     QMap<QString, QPointer<QWidget>> floatingTools;
+    QPointer<QWidget> quickSearch;
     bool leftPanelWanted = true;
     bool rightPanelWanted = true;
 };

@@ -28,6 +28,7 @@ QTextEditors::QTextEditors(QInterface* iface, MainWindow* window)
     m_commands = new QCommandsEditor(m_workspace, this);
     m_states = new QStatesEditor(m_workspace, this);
     iface->registerWorkspace(0, m_workspace, m_workspace);
+    iface->setQuickSearch(m_workspace->findBar());
     for (QTextDocumentEditor* editor :
          {static_cast<QTextDocumentEditor*>(m_definitions), static_cast<QTextDocumentEditor*>(m_commands),
           static_cast<QTextDocumentEditor*>(m_states)}) {

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QLineEdit;
 class QToolButton;
 
@@ -23,12 +24,18 @@ public:
     // Shows the bar with the find line focused and its text selected, seeded with text when given.
     void open(const QString& text);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 Q_SIGNALS:
     void doFind(const QString& text, const QQuickFindOptions& options);
     void doReplace(const QString& source, const QString& dest, const QQuickFindOptions& options, bool all);
+    // The user closed the bar; the text takes the focus back.
+    void closed();
 
 private:
-    QToolButton* addSwitch(const QString& text, const QString& tip);
+    // A switch whose state the configuration keeps under key between runs.
+    QToolButton* addSwitch(const QString& text, const QString& tip, const char* key);
 
     QLineEdit* findText;
     QLineEdit* replaceText;

@@ -37,6 +37,7 @@ QTextWorkspace::QTextWorkspace(QWidget* parent) : QWidget(parent)
     column->addWidget(split, 1);
     quickFind = new QQuickFind(this);
     quickFind->hide();
+    connect(quickFind, &QQuickFind::closed, this, [this]() { m_editor->setFocus(); });
     column->addWidget(quickFind);
 
     auto* status = new QHBoxLayout;

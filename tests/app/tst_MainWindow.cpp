@@ -18,6 +18,7 @@
 #include "QPanelWidget.h"
 #include "QProject.h"
 #include "QProjectStatus.h"
+#include "QQuickFind.h"
 #include "QRGBPalette.h"
 #include "QSingleInstance.h"
 #include "QSounds.h"
@@ -176,12 +177,15 @@ private Q_SLOTS:
         config.settings.remove(QStringLiteral("window_width"));
         config[QStringLiteral("window_height")] = QStringLiteral("not a number");
         config[QStringLiteral("find_multi_x")] = 40;
+        config[QStringLiteral("show_quicksearch")] = true;
         {
             MainWindow window;
             auto* left = window.findChild<QPanelWidget*>(QStringLiteral("leftPanel"));
             QVERIFY(left && left->isHidden());
             QVERIFY(window.findChild<QDockWidget*>(QStringLiteral("actions"))->isHidden());
             QVERIFY(window.mainToolBar()->isHidden());
+            QVERIFY(!window.texts()->workspace()->findBar()->isHidden());
+            window.texts()->workspace()->findBar()->hide();
             QVERIFY(window.toolBarBreak(window.mainToolBar()));
             QCOMPARE(
                 window.interface()->restoredState().floating.value(QStringLiteral("find_multi")).position,
@@ -201,6 +205,7 @@ private Q_SLOTS:
         QCOMPARE(config[QStringLiteral("main_toolbar")].toBool(), false);
         QCOMPARE(config[QStringLiteral("toolbar_first")].toBool(), false);
         QCOMPARE(config[QStringLiteral("find_multi_x")].toInt(), 40);
+        QCOMPARE(config[QStringLiteral("show_quicksearch")].toBool(), false);
         QVERIFY(QFile::exists(configDir.filePath(QStringLiteral("config.xml"))));
     }
 

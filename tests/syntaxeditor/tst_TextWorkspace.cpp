@@ -4,6 +4,8 @@
 
 #include "QDialogRecorder.h"
 #include "QModelTables.h"
+#include "QMugenModel.h"
+#include "QMugenModel.h"
 #include "QQuickFind.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextDocumentEditor.h"
@@ -13,8 +15,10 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 #include <memory>
 
@@ -257,6 +261,29 @@ private slots:
             QCOMPARE(call.title, QStringLiteral("Find"));
             QCOMPARE(call.text, QStringLiteral("No text found!"));
         }
+    }
+
+    // The bar's switches come back as the user left them; Escape closes the bar and the text has the
+    // keys again.
+    void searchBarRemembersAndCloses()
+    {
+        QMugenModel config;
+        mugenModel = &config;
+        config[QStringLiteral("quicksearch_case")] = true;
+        {
+            Shown shown = show(QStringLiteral("text"));
+            QQuickFind* bar = shown.workspace->findBar();
+            QVERIFY(bar->options().value(QQuickFindOption::CaseSensitive));
+            QVERIFY(!bar->options().value(QQuickFindOption::Circular));
+            bar->findChild<QToolButton*>(QStringLiteral("quicksearch_circular"))->click();
+            QCOMPARE(config[QStringLiteral("quicksearch_circular")].toBool(), true);
+            shown.workspace->showFind();
+            QVERIFY(bar->isVisible() && bar->findLine()->hasFocus());
+            QTest::keyClick(bar->findLine(), Qt::Key_Escape);
+            QVERIFY(!bar->isVisible());
+            QVERIFY(shown.view()->hasFocus());
+        }
+        mugenModel = nullptr;
     }
 
     void replaceAllIsOneUndoStep_data()

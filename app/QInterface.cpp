@@ -317,6 +317,9 @@ void QInterface::toolsOptions()
 
 void QInterface::applyConfig()
 {
+    // Re-laying out large open texts in a new font takes a moment; the user sees why.
+    QProgress progress(window, tr("Applying new options..."));
+    progress.setRange(0, 0);
     emit configApplied();
 }
 

@@ -5,7 +5,6 @@
 #include "QDialogRecorder.h"
 #include "QModelTables.h"
 #include "QMugenModel.h"
-#include "QMugenModel.h"
 #include "QQuickFind.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextDocumentEditor.h"

@@ -181,3 +181,32 @@ QImage QOctreeQuantizer::quantize(const QImage& image, int maxColors, int depth,
     if (palette) quantizer.palette(palette);
     return quantizer.toIndexed(image);
 }
+
+QImage QOctreeQuantizer::quantizeKeepingTransparency(const QImage& source)
+{
+    const QImage image = source.convertToFormat(QImage::Format_ARGB32);
+    QOctreeQuantizer quantizer(255, 8);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(row[x]) != 0) quantizer.addColor(row[x]);
+    }
+    QImage indexed(image.size(), QImage::Format_Indexed8);
+    QList<QRgb> table(QRGBPal::TableSize, 0);
+    const QList<QRgb> colours = quantizer.colorTable();
+    for (int i = 0; i < colours.size() && i + 1 < QRGBPal::TableSize; ++i)
+        table[i + 1] = colours.at(i);
+    indexed.setColorTable(table);
+    if (indexed.isNull()) return indexed;
+    indexed.fill(0);
+    if (quantizer.colorCount() == 0) return indexed;
+    const QImage leaves = quantizer.toIndexed(image);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        const uchar* leaf = leaves.constScanLine(y);
+        uchar* out = indexed.scanLine(y);
+        for (int x = 0; x < image.width(); ++x)
+            out[x] = qAlpha(row[x]) == 0 ? 0 : uchar(leaf[x] + 1);
+    }
+    return indexed;
+}

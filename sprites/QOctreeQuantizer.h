@@ -40,6 +40,10 @@ public:
 
     // One image quantized on its own: the indexed image, and its table in palette if given.
     static QImage quantize(const QImage& image, int maxColors, int depth, QRGBPal* palette = nullptr);
+    // A true-colour image made indexed the way the engine draws indexed sprites: index 0 is the
+    // transparent colour, so the fully transparent pixels become 0 and every other pixel one of at
+    // most 255 colours from index 1 on. The table has 256 entries, entry 0 transparent black.
+    static QImage quantizeKeepingTransparency(const QImage& image);
 
 private:
     struct Node;

@@ -403,22 +403,34 @@ QList<uint> QSprites::characterPaletteOrder() const
 
 void QSprites::reduceToIndexed()
 {
-    bool any = false;
+    QStringList reduced;
     for (const QSprite* sprite : std::as_const(spriteList))
-        any = any || (sprite->imageRecord() && sprite->imageRecord()->info.format != QImage::Format_Indexed8);
-    if (!any) return;
+        if (sprite->imageRecord() && sprite->imageRecord()->info.format != QImage::Format_Indexed8)
+            reduced << QStringLiteral("%1,%2").arg(sprite->itemGroup()).arg(sprite->itemIndex());
+    if (reduced.isEmpty()) return;
+    // The version being written holds 256 colours a sprite: the user learns which sprites change
+    // before they do.
+    constexpr int shown = 20;
+    QString names = reduced.mid(0, shown).join(QStringLiteral(", "));
+    if (reduced.size() > shown) names += tr(" and %n more", nullptr, int(reduced.size() - shown));
+    QUserDialogs::information(
+        tr("Save sprites"), tr("This version of the sprite file holds sprites of 256 colours. These sprites "
+                               "are reduced to 256 colours, their transparent pixels kept transparent: %1")
+                                .arg(names));
     beginChanges();
     for (QSprite* sprite : std::as_const(spriteList)) {
         QSpriteImageRecord* record = sprite->imageRecord();
         if (!record || record->info.format == QImage::Format_Indexed8) continue;
-        const QImage image = record->image().convertToFormat(QImage::Format_ARGB32);
-        QOctreeQuantizer quantizer(256, 8);
-        quantizer.addImage(image);
-        sprite->setImage(quantizer.toIndexed(image), QSpriteShareMode::Share, false,
-                         QSpritePaletteMode::OwnPalette, QSubItem());
+        // The sprites that shared the true-colour image share the reduced one, with its palette. A sprite
+        // that merely has equal bytes (a blank indexed sprite beside a blank true-colour one) may end up
+        // sharing the record, but keeps its own palette: nobody touched it.
+        QList<QSprite*> sharers;
         for (QSprite* other : std::as_const(spriteList))
-            if (other != sprite && other->imageRecord() == sprite->imageRecord() &&
-                other->palette() != sprite->palette())
+            if (other != sprite && other->imageRecord() == record) sharers.append(other);
+        sprite->setImage(QOctreeQuantizer::quantizeKeepingTransparency(record->image()),
+                         QSpriteShareMode::Share, false, QSpritePaletteMode::OwnPalette, QSubItem());
+        for (QSprite* other : std::as_const(sharers))
+            if (other->imageRecord() == sprite->imageRecord() && other->palette() != sprite->palette())
                 other->setPalette(sprite->palette());
     }
     endChanges();
@@ -510,11 +522,11 @@ void QSprites::check()
         } else {
             const bool indexed = record->info.format == QImage::Format_Indexed8;
             if (indexed && !sprite->palette()) list->add(0, tr("Indexed sprite without palette!"), i, 0);
-            // A warning, not an error: the engine opens such a file (its own fonts are 2.00 files of
-            // PNG32 sprites), and saving in this version makes the sprite indexed by itself.
+            // Saving in this version reduces the sprite to 256 colours, which loses colours: an error
+            // the user should see before saving, though the save itself goes on.
             if (sffVersion != Version_201 && !indexed)
                 list->add(
-                    1,
+                    0,
                     tr("Image format not supported for the current version (automatic conversion to 8bit "
                        "will be made on save)!"),
                     i, 0);

@@ -102,6 +102,7 @@ private Q_SLOTS:
     void paste_data();
     void paste();
     void paletteAutoOrganize();
+    void reductionTouchesOnlyReducedSprites();
     void randomUndo_data();
     void randomUndo();
 };
@@ -409,6 +410,31 @@ void tst_SpriteOperations::paste()
         QCOMPARE(sprites.at(2)->image(), source.at(1)->image());
     }
     undoesInOneStep(sprites, QStringLiteral("paste"), before);
+}
+
+// Reducing a true-colour sprite on saving may share the record of an indexed sprite with equal bytes
+// (two blank sprites), but the indexed sprite keeps its palette; a sprite that shared the true-colour
+// image takes the reduced image and its palette.
+void tst_SpriteOperations::reductionTouchesOnlyReducedSprites()
+{
+    QSprites sprites;
+    QImage blankIndexed = indexedWithBox({2, 2}, QRect());
+    QSprite* indexed = addSprite(sprites, 1, 0, blankIndexed);
+    QSpritePalette* own = sprites.addPalette(colours(7), QSpritePaletteShareMode::Share, 1, 0);
+    indexed->setPalette(own);
+    const QVector<uint> before = own->colors();
+    QImage clear(2, 2, QImage::Format_ARGB32);
+    clear.fill(qRgba(0, 0, 0, 0));
+    QSprite* reduced = addSprite(sprites, 2, 0, clear);
+    QSprite* follower = addSprite(sprites, 2, 1);
+    follower->setImageRecord(reduced->imageRecord());
+    sprites.reduceToIndexed();
+    QCOMPARE(indexed->palette(), own);
+    QCOMPARE(own->colors(), before);
+    QCOMPARE(reduced->imageProperties().format, QImage::Format_Indexed8);
+    QCOMPARE(reduced->image(QSpriteImagePalette::None).pixelIndex(1, 1), 0);
+    QCOMPARE(follower->imageRecord(), reduced->imageRecord());
+    QCOMPARE(follower->palette(), reduced->palette());
 }
 
 void tst_SpriteOperations::paletteAutoOrganize()

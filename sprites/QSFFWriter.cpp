@@ -105,7 +105,23 @@ bool QSFFWriter::checkModel()
             emit model->orderMustBeChanged(list);
             // The receiver may put the sprites in an order that works; a file in the old order would
             // give these sprites the wrong palette in the game.
-            if (!model->characterPaletteOrder().isEmpty()) return false;
+            const QList<uint> still = model->characterPaletteOrder();
+            if (!still.isEmpty()) {
+                QStringList names;
+                for (uint i : still.mid(0, 20))
+                    names << QStringLiteral("%1,%2")
+                                 .arg(model->at(i)->itemGroup())
+                                 .arg(model->at(i)->itemIndex());
+                if (still.size() > 20) names << QStringLiteral("...");
+                QUserDialogs::critical(
+                    QSprites::tr("Sprite order"),
+                    QSprites::tr("These sprites use the character palette but stand where a version 1.01 "
+                                 "file can't give it to them: %1.\nThe file was not saved. Put them right "
+                                 "after sprite 0,0 or 9000,0 or after another such sprite, or save in "
+                                 "version 2.00.")
+                        .arg(names.join(QStringLiteral(", "))));
+                return false;
+            }
         }
     }
     return true;

@@ -663,9 +663,14 @@ void tst_SffFiles::writer_characterPaletteOrder()
     });
     const QString saved = dir.filePath(QStringLiteral("order.sff"));
     QFile::remove(saved);
+    QDialogRecorder recorder;
     QVERIFY(!sprites.toFile(saved, QSFF::Version101));
     QCOMPARE(asked, (QList<QList<uint>>{{2}}));
     QVERIFY(!QFile::exists(saved));
+    // Unanswered, the save fails with a word that names the sprite, not in silence.
+    QCOMPARE(recorder.calls.size(), 1);
+    QCOMPARE(recorder.calls.first().title, QStringLiteral("Sprite order"));
+    QVERIFY(recorder.calls.first().text.contains(QStringLiteral(": 6,0.")));
     reorder = true;
     QVERIFY(sprites.toFile(saved, QSFF::Version101));
     QCOMPARE(sprites.at(1)->itemGroup(), 6);

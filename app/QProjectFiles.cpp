@@ -1,6 +1,7 @@
 #include "QProjectFiles.h"
 
 #include "BakDlg.h"
+#include "OrderDlg.h"
 #include "QAnimations.h"
 #include "QBakManager.h"
 #include "QCommands.h"
@@ -79,6 +80,11 @@ void QProjectFiles::connectProject(QProject* project)
     connect(project, &QProject::spritesVersionToSave, this, &QProjectFiles::spritesVersionToSave);
     connect(project, &QProject::nameChanged, this, &QProjectFiles::changeName);
     connect(project, &QProject::charPalette, this, &QProjectFiles::charPalette);
+    // Answered at once: the save that asks goes on with the order the user agreed to.
+    connect(project->sprites(), &QSprites::orderMustBeChanged, this,
+            [this, project](const QList<uint>& rows) {
+                OrderDlg::answer(project->sprites(), rows, dialogParent);
+            });
     connect(project, &QProject::typeChanged, this, [this](QProject* changed) {
         if (changed == current) emit currentStatusChanged();
     });

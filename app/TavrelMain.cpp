@@ -85,6 +85,9 @@ int runEditor(QApplication& app)
     MainWindow window;
     QQuitSignals quitSignals([&window]() { window.close(); });
     window.show();
+    // Without a window manager (a bare X server) nobody else gives the new window the keyboard.
+    window.raise();
+    window.activateWindow();
     delete splash;
     QTrace::write(QStringLiteral("window"), QStringLiteral("shown"));
     return app.exec();

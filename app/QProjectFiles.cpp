@@ -18,6 +18,7 @@
 #include "QSyntaxTextEditor.h"
 #include "QTrace.h"
 #include "QUserDialogs.h"
+#include "ShareDlg.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -85,6 +86,9 @@ void QProjectFiles::connectProject(QProject* project)
             [this, project](const QList<uint>& rows) {
                 OrderDlg::answer(project->sprites(), rows, dialogParent);
             });
+    // The list comes by reference: what the user leaves in it takes the new image.
+    connect(project->sprites(), &QSprites::dataSharing, this,
+            [this, project](QList<uint>& rows) { ShareDlg::answer(project->sprites(), rows, dialogParent); });
     connect(project, &QProject::typeChanged, this, [this](QProject* changed) {
         if (changed == current) emit currentStatusChanged();
     });

@@ -1,16 +1,19 @@
-// The answer to a 1.01 character whose sprites stand where the file can't give them the character
-// palette: the dialog lists them, "Reorder" puts them where the palette reaches them, Cancel doesn't.
+// The answers to the sprite model's questions on changes: a 1.01 character whose sprites stand where
+// the file can't give them the character palette ("Reorder" or not), and a new image for a sprite whose
+// image others share (which of them follow).
 
 #include "OrderDlg.h"
 #include "QDialogRunner.h"
 #include "QSprite.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
+#include "ShareDlg.h"
 
 #include <QTableView>
+#include <QTableWidget>
 #include <QTest>
 
-class tst_OrderDlg : public QObject
+class tst_SpriteQuestions : public QObject
 {
     Q_OBJECT
 
@@ -33,6 +36,8 @@ class tst_OrderDlg : public QObject
     }
 
 private Q_SLOTS:
+    void sharingAsked();
+
     void reordersOnlyWhenAsked()
     {
         QSprites sprites;
@@ -60,5 +65,34 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_OrderDlg)
-#include "tst_OrderDlg.moc"
+// A new image for a sprite whose image others share: the checked sprites follow it, the unchecked
+// keep the old image, and "No sharing" lets the sprite change alone.
+void tst_SpriteQuestions::sharingAsked()
+{
+    QSprites sprites;
+    fill(sprites);
+    for (uint i = 1; i < 3; ++i)
+        sprites.at(i)->setImageRecord(sprites.at(0)->imageRecord());
+    QImage other(2, 2, QImage::Format_Indexed8);
+    other.setColorTable(QList<QRgb>(256, qRgb(1, 2, 3)));
+    other.fill(7);
+    connect(&sprites, &QSprites::dataSharing, this,
+            [&sprites](QList<uint>& rows) { ShareDlg::answer(&sprites, rows, nullptr); });
+    QDialogRunner::install([](QDialog* dialog) {
+        auto* table = static_cast<ShareDlg*>(dialog)->table();
+        // Sprite 2 stays with the old image.
+        table->item(1, 0)->setCheckState(Qt::Unchecked);
+        return int(QDialog::Accepted);
+    });
+    QVERIFY(sprites.at(0)->setImage(other, QSpriteShareMode::AskToShare));
+    QCOMPARE(sprites.at(1)->imageRecord(), sprites.at(0)->imageRecord());
+    QVERIFY(sprites.at(2)->imageRecord() != sprites.at(0)->imageRecord());
+    QDialogRunner::install([](QDialog*) { return int(QDialog::Rejected); });
+    other.fill(9);
+    QVERIFY(sprites.at(0)->setImage(other, QSpriteShareMode::AskToShare));
+    QVERIFY(sprites.at(1)->imageRecord() != sprites.at(0)->imageRecord());
+    QDialogRunner::install(nullptr);
+}
+
+QTEST_MAIN(tst_SpriteQuestions)
+#include "tst_SpriteQuestions.moc"

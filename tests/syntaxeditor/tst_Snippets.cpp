@@ -28,6 +28,7 @@
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QListView>
+#include <QMap>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QSpinBox>
@@ -393,11 +394,19 @@ private slots:
         const QString vocabulary =
             QString::fromUtf8(readBytes(bin.filePath(QStringLiteral("syntax_mugen.xml"))));
         QSCtrlManager sctrls(bin.filePath(QStringLiteral("sctrls")));
+        // Templates are listed by file name, which need not be the controller's: the type line says it.
+        QMap<QString, QString> byType;
+        const QRegularExpression typeLine(QStringLiteral("^type = (\\S+)$"),
+                                          QRegularExpression::MultilineOption);
+        for (const QString& name : sctrls.names()) {
+            const QString text = sctrls.read(name);
+            byType.insert(typeLine.match(text).captured(1), text);
+        }
         const QRegularExpression controller(QStringLiteral("<state_controller name=\"([^\"]+)\""));
         int count = 0;
         for (const QRegularExpressionMatch& match : controller.globalMatch(vocabulary)) {
             const QString name = match.captured(1);
-            QVERIFY2(sctrls.read(name).startsWith(
+            QVERIFY2(byType.value(name).startsWith(
                          QStringLiteral("[State -1, %1]\ntype = %1\ntrigger1 = \n").arg(name)),
                      qPrintable(name));
             ++count;

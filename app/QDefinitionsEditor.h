@@ -1,16 +1,13 @@
 #pragma once
 
-#include "QProject.h"
-#include "QTextDocumentEditor.h"
-
-#include <QPointer>
+#include "QProjectFileEditor.h"
 
 // The definitions file of the current project as text.
-class QDefinitionsEditor : public QTextDocumentEditor
+class QDefinitionsEditor : public QProjectFileEditor
 {
     Q_OBJECT
 public:
-    using QTextDocumentEditor::QTextDocumentEditor;
+    using QProjectFileEditor::QProjectFileEditor;
 
     QString title() const override
     {
@@ -20,14 +17,6 @@ public:
     int number() const override { return 0; }
     int scope() const override;
 
-    void newFile() override;
-    void openFile() override;
-    void saveFile() override;
-    void saveFileAs() override;
-
-public Q_SLOTS:
-    void setProject(QProject* project);
-
-private:
-    QPointer<QProject> project;
+protected:
+    QSyntaxTextEditor* fileOf(QProject* project) const override;
 };

@@ -9,6 +9,7 @@
 #include "QMugenModel.h"
 #include "QProject.h"
 #include "QSingleInstance.h"
+#include "WindowTestConfig.h"
 
 #include <QAction>
 #include <QMenu>
@@ -21,6 +22,7 @@ class tst_HistoryManager : public QObject
     Q_OBJECT
 
     QTemporaryDir dir;
+    WindowTestConfig config;
 
     QString touch(const QString& name) const
     {
@@ -30,18 +32,9 @@ class tst_HistoryManager : public QObject
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("TAVREL_CONFIG_DIR", dir.filePath(QStringLiteral("config")).toLocal8Bit());
-        QDir().mkpath(dir.filePath(QStringLiteral("config")));
-        isFirstInstance = false;
-    }
-    void init() { mugenModel = new QMugenModel; }
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void initTestCase() { config.claim(); }
+    void init() { WindowTestConfig::fresh(); }
+    void cleanup() { WindowTestConfig::drop(); }
 
     void orderCapAndStore()
     {

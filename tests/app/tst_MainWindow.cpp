@@ -28,6 +28,7 @@
 #include "QTextEditors.h"
 #include "QTextElementReg.h"
 #include "QTextWorkspace.h"
+#include "WindowTestConfig.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -49,7 +50,7 @@ class tst_MainWindow : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir configDir;
+    WindowTestConfig configDir;
 
     // The user's "shortcuts.xml" in the test's configuration folder, holding these elements.
     QString writeShortcuts(const QByteArray& elements) const
@@ -73,17 +74,12 @@ private Q_SLOTS:
     void initTestCase()
     {
         // The window writes the configuration when it is destroyed; keep that out of the build tree.
-        qputenv("TAVREL_CONFIG_DIR", configDir.path().toLocal8Bit());
-        isFirstInstance = false;
+        configDir.claim();
     }
 
-    void init() { mugenModel = new QMugenModel; }
+    void init() { WindowTestConfig::fresh(); }
 
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void cleanup() { WindowTestConfig::drop(); }
 
     void formHasTitleMenusAndActionDock()
     {

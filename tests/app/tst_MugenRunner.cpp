@@ -8,6 +8,7 @@
 #include "QMugenModel.h"
 #include "QMugenParams.h"
 #include "QSingleInstance.h"
+#include "WindowTestConfig.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -18,20 +19,12 @@ class tst_MugenRunner : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir configDir;
+    WindowTestConfig configDir;
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("TAVREL_CONFIG_DIR", configDir.path().toLocal8Bit());
-        isFirstInstance = false;
-    }
-    void init() { mugenModel = new QMugenModel; }
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void initTestCase() { configDir.claim(); }
+    void init() { WindowTestConfig::fresh(); }
+    void cleanup() { WindowTestConfig::drop(); }
 
     void placeholders()
     {

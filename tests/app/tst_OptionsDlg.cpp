@@ -13,6 +13,7 @@
 #include "QTextEditor.h"
 #include "QTextEditors.h"
 #include "QTextWorkspace.h"
+#include "WindowTestConfig.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -31,7 +32,7 @@ class tst_OptionsDlg : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir configDir;
+    WindowTestConfig configDir;
 
     static OptionsDlg* openOptions(MainWindow& window)
     {
@@ -56,19 +57,11 @@ class tst_OptionsDlg : public QObject
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("TAVREL_CONFIG_DIR", configDir.path().toLocal8Bit());
-        isFirstInstance = false;
-    }
+    void initTestCase() { configDir.claim(); }
 
-    void init() { mugenModel = new QMugenModel; }
+    void init() { WindowTestConfig::fresh(); }
 
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void cleanup() { WindowTestConfig::drop(); }
 
     void gamesPage();
 

@@ -9,6 +9,7 @@
 #include "QProjectFiles.h"
 #include "QSyntaxTextEditor.h"
 #include "TestData.h"
+#include "WindowTestConfig.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -21,12 +22,8 @@ class tst_ProjectFiles : public QObject
     QModelTables tables{TestData::binDir()};
 
 private Q_SLOTS:
-    void init() { mugenModel = new QMugenModel; }
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void init() { WindowTestConfig::fresh(); }
+    void cleanup() { WindowTestConfig::drop(); }
 
     void listFollowsTheTabRules()
     {

@@ -15,6 +15,7 @@
 #include "QTextEditor.h"
 #include "QTextEditors.h"
 #include "QTextWorkspace.h"
+#include "WindowTestConfig.h"
 
 #include <QLineEdit>
 #include <QTabBar>
@@ -53,22 +54,14 @@ class tst_ProjectTextTools : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir configDir;
+    WindowTestConfig configDir;
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("TAVREL_CONFIG_DIR", configDir.path().toLocal8Bit());
-        isFirstInstance = false;
-    }
+    void initTestCase() { configDir.claim(); }
 
-    void init() { mugenModel = new QMugenModel; }
+    void init() { WindowTestConfig::fresh(); }
 
-    void cleanup()
-    {
-        delete mugenModel;
-        mugenModel = nullptr;
-    }
+    void cleanup() { WindowTestConfig::drop(); }
 
     // With "All files" the search leaves the shown file when it has no more hits and shows the next
     // file that has one, in its editor and tab; without it, the shown file is all there is.

@@ -24,6 +24,26 @@ void readBool(QMugenModel& config, const QString& key, bool* value)
 
 } // namespace
 
+// The switches and numbers of the window, each under its key: one table serves reading and writing.
+const struct
+{
+    const char* key;
+    bool QWindowState::*member;
+} flags[] = {
+    {"show_action_list", &QWindowState::showActionList},  {"show_left_panel", &QWindowState::showLeftPanel},
+    {"show_right_panel", &QWindowState::showRightPanel},  {"show_organizer", &QWindowState::showOrganizer},
+    {"show_quicksearch", &QWindowState::showQuickSearch}, {"main_toolbar", &QWindowState::mainToolbar},
+    {"extra_toolbar", &QWindowState::extraToolbar},       {"toolbar_break", &QWindowState::toolbarBreak},
+    {"toolbar_first", &QWindowState::toolbarFirst}};
+
+const struct
+{
+    const char* key;
+    int QWindowState::*member;
+} numbers[] = {{"window_state", &QWindowState::state},
+               {"action_list_width", &QWindowState::actionListWidth},
+               {"action_list_area", &QWindowState::actionListArea}};
+
 void QWindowState::read(QMugenModel& config)
 {
     int left = geometry.x(), top = geometry.y(), width = geometry.width(), height = geometry.height();
@@ -33,18 +53,10 @@ void QWindowState::read(QMugenModel& config)
     readInt(config, QStringLiteral("window_height"), &height);
     // A size of nothing would leave a window nobody can find.
     if (width > 0 && height > 0) geometry = QRect(left, top, width, height);
-    readInt(config, QStringLiteral("window_state"), &state);
-    readBool(config, QStringLiteral("show_action_list"), &showActionList);
-    readBool(config, QStringLiteral("show_left_panel"), &showLeftPanel);
-    readBool(config, QStringLiteral("show_right_panel"), &showRightPanel);
-    readBool(config, QStringLiteral("show_organizer"), &showOrganizer);
-    readBool(config, QStringLiteral("show_quicksearch"), &showQuickSearch);
-    readInt(config, QStringLiteral("action_list_width"), &actionListWidth);
-    readInt(config, QStringLiteral("action_list_area"), &actionListArea);
-    readBool(config, QStringLiteral("main_toolbar"), &mainToolbar);
-    readBool(config, QStringLiteral("extra_toolbar"), &extraToolbar);
-    readBool(config, QStringLiteral("toolbar_break"), &toolbarBreak);
-    readBool(config, QStringLiteral("toolbar_first"), &toolbarFirst);
+    for (const auto& flag : flags)
+        readBool(config, QLatin1String(flag.key), &(this->*flag.member));
+    for (const auto& number : numbers)
+        readInt(config, QLatin1String(number.key), &(this->*number.member));
     for (const QString& name : floatingNames) {
         Floating tool = floating.value(name);
         int x = tool.position.x(), y = tool.position.y();
@@ -62,18 +74,10 @@ void QWindowState::write(QMugenModel& config) const
     config[QStringLiteral("window_top")] = geometry.y();
     config[QStringLiteral("window_width")] = geometry.width();
     config[QStringLiteral("window_height")] = geometry.height();
-    config[QStringLiteral("window_state")] = state;
-    config[QStringLiteral("show_action_list")] = showActionList;
-    config[QStringLiteral("show_left_panel")] = showLeftPanel;
-    config[QStringLiteral("show_right_panel")] = showRightPanel;
-    config[QStringLiteral("show_organizer")] = showOrganizer;
-    config[QStringLiteral("show_quicksearch")] = showQuickSearch;
-    config[QStringLiteral("action_list_width")] = actionListWidth;
-    config[QStringLiteral("action_list_area")] = actionListArea;
-    config[QStringLiteral("main_toolbar")] = mainToolbar;
-    config[QStringLiteral("extra_toolbar")] = extraToolbar;
-    config[QStringLiteral("toolbar_break")] = toolbarBreak;
-    config[QStringLiteral("toolbar_first")] = toolbarFirst;
+    for (const auto& flag : flags)
+        config[QLatin1String(flag.key)] = this->*flag.member;
+    for (const auto& number : numbers)
+        config[QLatin1String(number.key)] = this->*number.member;
     for (auto it = floating.cbegin(); it != floating.cend(); ++it) {
         config[QStringLiteral("show_%1").arg(it.key())] = it.value().shown;
         config[QStringLiteral("%1_x").arg(it.key())] = it.value().position.x();

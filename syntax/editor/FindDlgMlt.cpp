@@ -56,10 +56,7 @@ FindDlgMlt::FindDlgMlt(QWidget* parent) : QDialog(parent)
 
 QQuickFindOptions FindDlgMlt::options() const
 {
-    QQuickFindOptions result;
-    for (auto it = checks.cbegin(); it != checks.cend(); ++it)
-        result.insert(it.key(), it.value()->isChecked());
-    return result;
+    return checkedOptions(checks);
 }
 
 void FindDlgMlt::setOption(QQuickFindOption option, bool on)

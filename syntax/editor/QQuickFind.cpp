@@ -80,10 +80,7 @@ QToolButton* QQuickFind::addSwitch(const QString& text, const QString& tip, cons
 
 QQuickFindOptions QQuickFind::options() const
 {
-    QQuickFindOptions result;
-    for (auto it = switches.cbegin(); it != switches.cend(); ++it)
-        result.insert(it.key(), it.value()->isChecked());
-    return result;
+    return checkedOptions(switches);
 }
 
 void QQuickFind::setOption(QQuickFindOption option, bool on)

@@ -13,3 +13,14 @@ enum class QQuickFindOption : int
 };
 
 using QQuickFindOptions = QMap<QQuickFindOption, bool>;
+
+// The options as a row of check buttons shows them (the search bar's switches, the find dialog's
+// boxes).
+template <typename Button>
+QQuickFindOptions checkedOptions(const QMap<QQuickFindOption, Button*>& buttons)
+{
+    QQuickFindOptions result;
+    for (auto it = buttons.cbegin(); it != buttons.cend(); ++it)
+        result.insert(it.key(), it.value()->isChecked());
+    return result;
+}

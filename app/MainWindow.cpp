@@ -10,6 +10,7 @@
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
 #include "QProjectTextTools.h"
+#include "QSpriteEditors.h"
 #include "QTextEditors.h"
 #include "QUserDialogs.h"
 #include "QWindowState.h"
@@ -35,6 +36,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     iface = new QInterface(this, actionsDock, actList);
     textEditors = new QTextEditors(iface, this);
     textEditors->retranslate();
+    spriteEditors = new QSpriteEditors(iface, this);
     new QProjectTextTools(iface, this, textEditors);
     iface->setup();
 }
@@ -44,6 +46,7 @@ MainWindow::~MainWindow()
     delete iface;
     iface = nullptr;
     textEditors = nullptr;
+    spriteEditors = nullptr;
     if (mugenModel) mugenModel->save(QConfigLocation::standard().writePath(QStringLiteral("config.xml")));
     delete fileWatcherManager;
     fileWatcherManager = nullptr;
@@ -98,6 +101,7 @@ void MainWindow::retranslate()
     extraBar->setWindowTitle(tr("Editors tool bar"));
     if (iface) iface->retranslate();
     if (textEditors) textEditors->retranslate();
+    if (spriteEditors) spriteEditors->retranslate();
 }
 
 void MainWindow::restoreToolbars(const QWindowState& state)

@@ -6,6 +6,7 @@
 
 class QInterface;
 class QModelTables;
+class QSpriteEditors;
 class QTextEditors;
 class QListView;
 class QMenu;
@@ -24,6 +25,7 @@ public:
     QInterface* interface() const { return iface; }
     // The text workspace and its editors; they live as long as the interface.
     QTextEditors* texts() const { return textEditors; }
+    QSpriteEditors* spriteEditorsPart() const { return spriteEditors; }
     QMenu* fileMenu() const { return menuFile; }
     QMenu* editMenu() const { return menuEdit; }
     QMenu* viewMenu() const { return menuView; }
@@ -56,5 +58,6 @@ private:
     QListView* actList = nullptr;
     QInterface* iface = nullptr;
     QTextEditors* textEditors = nullptr;
+    QSpriteEditors* spriteEditors = nullptr;
     std::unique_ptr<QModelTables> tables;
 };

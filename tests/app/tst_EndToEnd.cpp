@@ -1,10 +1,14 @@
 // The real tavrel under a real X server (Xvfb), driven only by keys that its own "shortcuts.xml" binds:
 // it opens a state file given on its command line, takes typing, saves by a key and quits by a key.
-// The file on disk must hold exactly the typed line, in the file's encoding and line ends.
+// The file on disk must hold exactly the typed line, in the file's encoding and line ends. A sprite
+// deleted by keys leaves a sprite file with one sprite fewer and every other sprite as it was.
 
 #include "TestData.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
+#include <QMap>
 #include <QFile>
 #include <QProcess>
 #include <QScopeGuard>
@@ -51,6 +55,39 @@ class tst_EndToEnd : public QObject
         return QString::fromLocal8Bit(tool.readAllStandardOutput()).trimmed() + QLatin1Char(' ');
     }
 
+    // The real editor on the virtual display with its own configuration folder.
+    void start(QProcess& editor, const QString& config, const QString& file) const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DISPLAY"), display);
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        env.insert(QStringLiteral("TMPDIR"), box.path());
+        env.insert(QStringLiteral("TAVREL_TRACE"), box.filePath(QStringLiteral("trace.txt")));
+        env.insert(QStringLiteral("TAVREL_CONFIG_DIR"), config);
+        editor.setProcessEnvironment(env);
+        editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        editor.start(TestData::binDir() + QStringLiteral("/tavrel"), {file});
+    }
+
+    QString focusWindow() const
+    {
+        const QString window =
+            xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                     QStringLiteral("--name"), QStringLiteral("Orlenmark Tavrel")})
+                .section(QLatin1Char('\n'), 0, 0)
+                .trimmed();
+        if (!window.isEmpty()) xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window});
+        return window;
+    }
+
+    static QString cli(const QStringList& arguments)
+    {
+        QProcess tool;
+        tool.start(TestData::binDir() + QStringLiteral("/tavrel-cli"), arguments);
+        if (!tool.waitForFinished(60000) || tool.exitCode() != 0) return QString();
+        return QString::fromUtf8(tool.readAllStandardOutput());
+    }
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -95,15 +132,7 @@ private Q_SLOTS:
                       "<shortcut action=\"file_exit\" keys=\"Ctrl+Shift+Q\"/>\n</shortcuts>\n"));
 
         QProcess editor;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DISPLAY"), display);
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        env.insert(QStringLiteral("TMPDIR"), box.path());
-        env.insert(QStringLiteral("TAVREL_TRACE"), box.filePath(QStringLiteral("trace.txt")));
-        env.insert(QStringLiteral("TAVREL_CONFIG_DIR"), box.filePath(QStringLiteral("config")));
-        editor.setProcessEnvironment(env);
-        editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        editor.start(TestData::binDir() + QStringLiteral("/tavrel"), {states});
+        start(editor, box.filePath(QStringLiteral("config")), states);
         QVERIFY(editor.waitForStarted());
         auto stop = qScopeGuard([&editor]() {
             if (editor.state() == QProcess::NotRunning) return;
@@ -114,13 +143,7 @@ private Q_SLOTS:
                      [&]() { return trace().contains(QStringLiteral("loaded cns ok ") + states); }, 60000),
                  qPrintable(trace().join(QLatin1Char('\n'))));
 
-        const QString window =
-            xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
-                     QStringLiteral("--name"), QStringLiteral("Orlenmark Tavrel")})
-                .section(QLatin1Char('\n'), 0, 0)
-                .trimmed();
-        QVERIFY(!window.isEmpty());
-        QVERIFY(!xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window}).isNull());
+        QVERIFY(!focusWindow().isEmpty());
         QVERIFY(!xdotool({QStringLiteral("key"), QStringLiteral("F6")}).isNull());
         QVERIFY(!xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"),
                           QStringLiteral(";e2e")})
@@ -136,6 +159,79 @@ private Q_SLOTS:
         QVERIFY(editor.waitForFinished(30000));
         QCOMPARE(editor.exitCode(), 0);
         QCOMPARE(read(states), expected);
+    }
+
+    void deletesASpriteByItsKeys()
+    {
+        // The bundled sample, copied: the second sprite goes, the project is saved, the editor quits.
+        const QString sample = TestData::binDir() + QStringLiteral("/samples/Roan");
+        if (!QFile::exists(sample + QStringLiteral("/Roan.def"))) QSKIP("the sample is not built next to the tests");
+        const QString work = box.filePath(QStringLiteral("sample"));
+        QVERIFY(QDir().mkpath(work));
+        for (const QString& name : QDir(sample).entryList(QDir::Files))
+            QVERIFY(QFile::copy(sample + QLatin1Char('/') + name, work + QLatin1Char('/') + name));
+        const QString sprites = work + QStringLiteral("/Roan.sff");
+        const QStringList before = cli({QStringLiteral("sff"), QStringLiteral("list"), sprites})
+                                       .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QVERIFY(before.size() > 3);
+        const QString config = box.filePath(QStringLiteral("config-sprites"));
+        QVERIFY(write(config + QStringLiteral("/config.xml"),
+                      "<configuration><config name=\"confirm_close\" value=\"false\"/>"
+                      "<config name=\"confirm_delete\" value=\"false\"/></configuration>\n"));
+        QVERIFY(write(config + QStringLiteral("/shortcuts.xml"),
+                      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<shortcuts>\n"
+                      "<shortcut action=\"editor_sprites\" keys=\"F6\"/>\n"
+                      "<shortcut action=\"spr_next\" keys=\"F4\"/>\n"
+                      "<shortcut action=\"spr_delete\" keys=\"Ctrl+Shift+D\"/>\n"
+                      "<shortcut action=\"file_save\" keys=\"Ctrl+Shift+W\"/>\n"
+                      "<shortcut action=\"file_exit\" keys=\"Ctrl+Shift+Q\"/>\n</shortcuts>\n"));
+
+        QProcess editor;
+        start(editor, config, work + QStringLiteral("/Roan.def"));
+        QVERIFY(editor.waitForStarted());
+        auto stop = qScopeGuard([&editor]() {
+            if (editor.state() == QProcess::NotRunning) return;
+            editor.kill();
+            editor.waitForFinished(10000);
+        });
+        QVERIFY2(QTest::qWaitFor([&]() { return trace().contains(QStringLiteral("project opened Roan")); }, 60000),
+                 qPrintable(trace().join(QLatin1Char('\n'))));
+        QVERIFY(!focusWindow().isEmpty());
+        const QDateTime written = QFileInfo(sprites).lastModified();
+        for (const char* key : {"F6", "F4", "ctrl+shift+d", "ctrl+shift+w"})
+            QVERIFY(!xdotool({QStringLiteral("key"), QLatin1String(key)}).isNull());
+        QVERIFY2(QTest::qWaitFor([&]() { return QFileInfo(sprites).lastModified() != written; }, 20000),
+                 "the save key wrote no sprite file");
+        QVERIFY(!xdotool({QStringLiteral("key"), QStringLiteral("ctrl+shift+q")}).isNull());
+        QVERIFY(editor.waitForFinished(30000));
+        QCOMPARE(editor.exitCode(), 0);
+
+        // Every sprite but the second, in order, with its numbers, axis, size, format and palette.
+        const QStringList after = cli({QStringLiteral("sff"), QStringLiteral("list"), sprites})
+                                      .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(after.size(), before.size() - 1);
+        const auto withoutPosition = [](const QString& line) { return line.section(QLatin1Char('\t'), 1); };
+        for (int row = 1, kept = 1; row < before.size(); ++row) {
+            if (row == 2) continue; // the header, then sprite 0, then the deleted one
+            QCOMPARE(withoutPosition(after.at(kept)), withoutPosition(before.at(row)));
+            ++kept;
+        }
+        // And the pixels: every extracted image of the kept sprites is the same file.
+        const QString old = box.filePath(QStringLiteral("extract-before"));
+        const QString now = box.filePath(QStringLiteral("extract-after"));
+        QVERIFY(!cli({QStringLiteral("sff"), QStringLiteral("extract"), sample + QStringLiteral("/Roan.sff"), old}).isNull());
+        QVERIFY(!cli({QStringLiteral("sff"), QStringLiteral("extract"), sprites, now}).isNull());
+        // Extracted files are named by position, group and number; the position shifts after the gap.
+        const auto images = [](const QString& folder) {
+            QMap<QString, QByteArray> byName;
+            for (const QString& name : QDir(folder).entryList(QDir::Files))
+                byName.insert(name.section(QLatin1Char('_'), 1), read(folder + QLatin1Char('/') + name));
+            return byName;
+        };
+        QMap<QString, QByteArray> expected = images(old);
+        QVERIFY(expected.remove(before.at(2).section(QLatin1Char('\t'), 1, 1) + QLatin1Char('_') +
+                                before.at(2).section(QLatin1Char('\t'), 2, 2) + QStringLiteral(".png")) == 1);
+        QVERIFY(expected == images(now));
     }
 };
 

@@ -5,12 +5,22 @@
 
 #include <QPixmap>
 
+#include <atomic>
 #include <utility>
+
+namespace {
+quint64 nextSerial()
+{
+    static std::atomic<quint64> counter{0};
+    return ++counter;
+}
+} // namespace
 
 QSpriteImageRecord* QSpriteImageRecord::create(QStreamCache* cache)
 {
     auto* record = new QSpriteImageRecord;
     record->cache = cache;
+    record->serial = nextSerial();
     return record;
 }
 
@@ -80,6 +90,7 @@ void QSpriteImageRecord::swapContents(QSpriteImageRecord* other)
 
 void QSpriteImageRecord::dropPixmaps()
 {
+    serial = nextSerial();
     for (QPixmap*& pixmap : pixmaps) {
         delete pixmap;
         pixmap = nullptr;

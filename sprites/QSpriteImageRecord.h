@@ -20,6 +20,10 @@ struct QSpriteImageRecord
     QPixmap* pixmaps[2] = {nullptr, nullptr};
     QStreamCache* cache = nullptr;
     QStreamCacheItem* item = nullptr;
+    // Names these pixels for caches outside the model: a new number, never used before in this process,
+    // whenever the pixels change, so a cache keyed by it can never show stale pixels even when a record
+    // is freed and another is made at the same address.
+    quint64 serial = 0;
 
     // A record without pixels and with a count of 0.
     static QSpriteImageRecord* create(QStreamCache* cache);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "QDecodedImageCache.h"
 #include "QRenderer.h"
 #include "QViewZoom.h"
 
 #include <QColor>
 #include <QImage>
 #include <QLinearGradient>
+#include <QPainter>
 #include <QPoint>
 #include <QRect>
 #include <QVector>
@@ -75,10 +77,10 @@ public:
     void clear();
     void setRenderMode(int mode); // clears the content too
     int renderMode() const { return mode; }
-    void setSprite(int index);    // sprite mode
-    void setAction(int index);    // animation mode
-    void setFrame(int index);     // of the current action
-    void setPalette(int index);   // out of range: the sprite's own
+    void setSprite(int index);  // sprite mode
+    void setAction(int index);  // animation mode
+    void setFrame(int index);   // of the current action
+    void setPalette(int index); // out of range: the sprite's own
     void setOnionSprite(int index);
     void reloadSprite();
     // Recomputes every cached rectangle and repaints.
@@ -147,6 +149,11 @@ public:
     // The hit test at a widget position, for the cursor and for tests.
     int hitTest(QPoint position);
     QRect spriteRect() const { return spriteScreen; }
+    QRect boxRect(int index) const { return index >= 0 && index < boxes ? boxTable[index].screen : QRect(); }
+    // The colours the sprite is drawn with (its own palette, or the one picked).
+    const QVector<QRgb>& colors() const { return colorTable; }
+    // Decoded pixels of the sprites shown lately; kept across sprites so stepping through is quick.
+    QDecodedImageCache& decodedImages() { return imageCache; }
 
     // QRenderer.
     void keyPress(QKeyEvent* event) override;
@@ -173,6 +180,35 @@ private:
         QRect saved;
         bool selected = false;
     };
+
+    // Positions and pictures.
+    void computeRects();
+    void loadSpriteImage(QSprite* sprite, int flip);
+    void applyPalette();
+    void loadOnion();
+    QPoint viewCentre() const;
+    void zoomTo(QPoint newAxis);
+    // Painting, in the order of one pass.
+    void drawSprite(QPainter& painter);
+    void drawSpriteWith(QPainter& painter, const QVector<QRgb>& table, QPainter::CompositionMode mode,
+                        double opacity);
+    void drawCrosses(QPainter& painter);
+    void drawBoxes(QPainter& painter, int k);
+    void drawGuides(QPainter& painter, int k);
+    void drawRulers(QPainter& painter);
+    // Input.
+    int guideTest(QPoint position, int k) const;
+    int boxTest(QPoint position);
+    void setCursorFor(int value);
+    void captureColor(QPoint position, bool anywhere);
+    // Boxes.
+    int typeOf(int index) const;
+    void refreshHandles();
+    void resizeBoxes(QPoint delta);
+    void commitBoxes();
+    void commitDrawnBox();
+    QRect toModel(const QRect& screen) const;
+    QList<QCollisionBox*> selectedBoxes() const;
 
     // The implementation keeps its helpers in the .cpp files; these are the fields of the view.
     QSprite* currentSprite = nullptr;
@@ -243,4 +279,10 @@ private:
     bool moved = false;
     QPoint last;
     int target = TargetView;
+    // The palette picked for the view by its index in the model; -1 for the sprite's own.
+    int paletteIndex = -1;
+    int onionIndex = -1;
+    // The frame's mirroring as the sprite image was loaded with it.
+    int loadedFlip = 0;
+    QDecodedImageCache imageCache;
 };

@@ -5,7 +5,9 @@
 
 #include <QImage>
 #include <QObject>
+#include <QPoint>
 #include <QRect>
+#include <QSize>
 
 class QSprites;
 class QSpritePalette;
@@ -74,6 +76,10 @@ public:
     // Splits the image into its red, green and blue channels: this sprite keeps the red, two new
     // sprites after it get the green and the blue, each with a palette of that channel's ramp.
     bool splitRGB();
+
+    // The image on a canvas of the given size, with this sprite's axis placed at axis. An indexed
+    // image stays indexed on colour 0, any other becomes ARGB32 on a transparent ground.
+    QImage alignedImage(QPoint axis, QSize canvas) const;
 
     // Plain access for the model, its undo commands and the file code: these record nothing and
     // report nothing.

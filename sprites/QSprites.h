@@ -9,6 +9,8 @@
 #include "QStreamCache.h"
 
 #include <QList>
+#include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QUndoStack>
 #include <QVector>
@@ -102,6 +104,23 @@ public:
     // Crops the sprites that pass the filter to their content; an image shared by several is cropped
     // once. progress() reports each step and can stop the walk.
     void cropAll(bool all, uint group, bool allIndices, int from, int to);
+    // The rows of a range: every sprite, or those of a group, with all of its indices or those within
+    // from and to.
+    QList<uint> rangeRows(bool all, int group, bool allIndices, int from, int to) const;
+    // Moves the sprites of a group (all of them, or those whose index lies within from and to) to
+    // another group; answers how many moved.
+    int renameGroup(int group, int newGroup, bool all, int from, int to);
+    // The one canvas on which every sprite of rows stands with a common axis: axis receives the
+    // largest axis of them, and the canvas reaches as far right and down as the farthest of them.
+    QSize alignedCanvas(const QList<uint>& rows, QPoint* axis) const;
+    // Splits every sprite of rows whose image isn't indexed into its three channels; answers how many
+    // were split.
+    int splitRGB(const QList<uint>& rows);
+    // Appends copies of the sprites of rows of another model with their numbers, axes and flags. Their
+    // palettes come along: a palette with the same colours is taken where there is one, else the palette
+    // is added under its own group and index, or the next free index when that pair is taken here.
+    // progress() reports each sprite and can stop the run; answers how many were imported.
+    int importSprites(const QSprites& source, const QList<uint>& rows);
     // Inserts sprites made from copied items at a position (past the end appends); returns how many.
     int paste(uint at, const QList<QSpriteClipItem>& items);
     int paste(uint at, const QMimeData* data);

@@ -39,7 +39,7 @@ QPaletteSide::QPaletteSide(QInterface* iface, MainWindow* window, QSpritesEditor
 
 QPaletteSide::~QPaletteSide()
 {
-    if (QWidget* spritesPanel = sprites->panel()) spritesPanel->removeEventFilter(this);
+    if (QWidget* spritesPanel = sprites ? sprites->panel() : nullptr) spritesPanel->removeEventFilter(this);
     palettes->bind(nullptr, nullptr);
 }
 
@@ -109,7 +109,7 @@ void QPaletteSide::retranslate()
 
 bool QPaletteSide::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == sprites->panel() && !event->spontaneous()) {
+    if (sprites && watched == sprites->panel() && !event->spontaneous()) {
         if (event->type() == QEvent::Show && iface->currentExtraEditor() == 4)
             iface->switchExtraEditor(palettes->number());
         else if (event->type() == QEvent::Hide && iface->currentExtraEditor() == palettes->number())

@@ -39,7 +39,7 @@ private:
 
     QInterface* iface;
     QActionManager* manager;
-    QSpritesEditor* sprites;
+    QPointer<QSpritesEditor> sprites;
     QPalettesEditor* palettes;
     QPointer<QMenu> palettesMenu;
     QAction* advancedAction = nullptr;

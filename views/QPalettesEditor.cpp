@@ -53,6 +53,11 @@ QWidget* QPalettesEditor::panel() const
     return panelWidget;
 }
 
+QPalettesPanel* QPalettesEditor::controls() const
+{
+    return panelWidget;
+}
+
 QPaletteWidget* QPalettesEditor::colors() const
 {
     return panelWidget->colors();
@@ -61,6 +66,12 @@ QPaletteWidget* QPalettesEditor::colors() const
 bool QPalettesEditor::isModified() const
 {
     return model && model->isModified();
+}
+
+QSprite* QPalettesEditor::shownSprite() const
+{
+    return spritesEditor && model && spritesEditor->sprites() == model ? spritesEditor->currentSprite()
+                                                                       : nullptr;
 }
 
 QSpritePalette* QPalettesEditor::currentPalette() const
@@ -84,7 +95,7 @@ void QPalettesEditor::bind(QSprites* sprites, QMap<QString, QString>* projectVar
         connect(model->undoStack(), &QUndoStack::cleanChanged, this, &QPalettesEditor::titleChanged);
         connect(model->remapModel(), &QRemapModel::dataChanged, this, &QPalettesEditor::remapChanged);
         // Start on the palette of the sprite shown, else on the first.
-        const QSprite* sprite = spritesEditor->sprites() == model ? spritesEditor->currentSprite() : nullptr;
+        const QSprite* sprite = shownSprite();
         start = sprite ? model->paletteIndexOf(sprite->palette()) : -1;
         if (start < 0 && model->paletteCount() > 0) start = 0;
     }
@@ -124,7 +135,7 @@ void QPalettesEditor::show(int position, bool toView)
         colors()->loadColors(palette ? palette->table() : nullptr);
     }
     showFields();
-    if (toView && palette) spritesEditor->showPalette(current);
+    if (toView && palette && spritesEditor) spritesEditor->showPalette(current);
 }
 
 void QPalettesEditor::showFields()
@@ -189,7 +200,7 @@ void QPalettesEditor::ensurePage()
 
 void QPalettesEditor::refreshView()
 {
-    if (current >= 0) spritesEditor->showPalette(current);
+    if (current >= 0 && spritesEditor) spritesEditor->showPalette(current);
 }
 
 // ---- Moving between palettes
@@ -377,7 +388,7 @@ void QPalettesEditor::switchCount()
 void QPalettesEditor::setSprPal()
 {
     QSpritePalette* palette = currentPalette();
-    QSprite* sprite = spritesEditor->sprites() == model ? spritesEditor->currentSprite() : nullptr;
+    QSprite* sprite = shownSprite();
     if (!palette || !sprite) return;
     ensurePage();
     {
@@ -390,7 +401,7 @@ void QPalettesEditor::setSprPal()
 void QPalettesEditor::setGrpPal()
 {
     QSpritePalette* palette = currentPalette();
-    const QSprite* sprite = spritesEditor->sprites() == model ? spritesEditor->currentSprite() : nullptr;
+    const QSprite* sprite = shownSprite();
     if (!palette || !sprite) return;
     QList<QSprite*> changing;
     for (QSprite* other : model->spriteItems())

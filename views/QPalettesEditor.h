@@ -16,6 +16,7 @@ class QAnimSpriteWorkspace;
 class QPaletteWidget;
 class QPalettesPanel;
 class QSprRender;
+class QSprite;
 class QSpritePalette;
 class QSpritesEditor;
 
@@ -40,11 +41,13 @@ public:
     // The model shown and the project's variables ("pal_path", "proj_path"); null for none.
     void bind(QSprites* sprites, QMap<QString, QString>* variables);
     QSprites* sprites() const { return model; }
-    QPalettesPanel* controls() const { return panelWidget; }
+    QPalettesPanel* controls() const;
     QPaletteWidget* colors() const;
     // The position of the palette shown, -1 for none.
     int position() const { return current; }
     QSpritePalette* currentPalette() const;
+    // The sprite the sprites editor shows from this file, or null.
+    QSprite* shownSprite() const;
     // Brings the sprites editor onto the page when an operation needs the sprite view and it shows
     // something else; the window sets it, since only the window switches editors.
     void setPageSwitch(std::function<void()> switcher) { pageSwitch = std::move(switcher); }
@@ -120,11 +123,12 @@ private:
     void saveRange(int group, bool all);
     QSprRender* view() const;
 
-    QSpritesEditor* spritesEditor;
+    QPointer<QSpritesEditor> spritesEditor;
     QAnimSpriteWorkspace* workspaceOf;
     QPointer<QSprites> model;
     QMap<QString, QString>* variables = nullptr;
-    QPalettesPanel* panelWidget;
+    // The window's side panel may hold it when the window goes first.
+    QPointer<QPalettesPanel> panelWidget;
     QPointer<QSpritePalette> shown;
     std::function<void()> pageSwitch;
     int current = -1;

@@ -13,11 +13,11 @@
 #include "RemapDlg.h"
 
 #include <QApplication>
-#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace {
@@ -28,10 +28,41 @@ struct Block
     int& counter;
 };
 
+// A table that starts all zero: a file that fills only part of it leaves the rest transparent black.
 struct Table
 {
-    QRGBPal colors[QRGBPal::TableSize] = {};
+    Table() { std::fill(std::begin(colors), std::end(colors), QRGBPal(0, 0, 0, 0)); }
+    QRGBPal colors[QRGBPal::TableSize];
 };
+
+// File names in the order a person counts them: "pal2" before "pal10", letters without case.
+bool numberOrder(const QString& a, const QString& b)
+{
+    int i = 0;
+    int j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (a.at(i).isDigit() && b.at(j).isDigit()) {
+            const int startA = i;
+            const int startB = j;
+            while (i < a.size() && a.at(i).isDigit())
+                ++i;
+            while (j < b.size() && b.at(j).isDigit())
+                ++j;
+            const QString numberA = a.mid(startA, i - startA);
+            const QString numberB = b.mid(startB, j - startB);
+            const qulonglong valueA = numberA.toULongLong();
+            const qulonglong valueB = numberB.toULongLong();
+            if (valueA != valueB) return valueA < valueB;
+            continue;
+        }
+        const int order = QString::compare(a.at(i), b.at(j), Qt::CaseInsensitive);
+        if (order != 0) return order < 0;
+        ++i;
+        ++j;
+    }
+    if (a.size() - i != b.size() - j) return a.size() - i < b.size() - j;
+    return a < b;
+}
 
 // One past the highest index used in a group, the index a new palette of that group takes.
 int nextIndex(const QSprites& sprites, int group)
@@ -134,11 +165,7 @@ void QPalettesEditor::add()
     if (files.isEmpty()) return;
     rememberFolder(QFileInfo(files.first()).absolutePath());
     if (QViewSettings::value("sort_file_names", true).toBool()) {
-        // Numbered files go in the order of their numbers: pal2 before pal10.
-        QCollator collator;
-        collator.setNumericMode(true);
-        collator.setCaseSensitivity(Qt::CaseInsensitive);
-        std::sort(files.begin(), files.end(), collator);
+        std::sort(files.begin(), files.end(), numberOrder);
     }
     int index = nextIndex(*model, group);
     int step = 1;

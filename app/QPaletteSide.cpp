@@ -79,6 +79,10 @@ void QPaletteSide::addActions()
         action->setObjectName(key);
         palettesMenu->addAction(action);
         panel->addCommand(action);
+        connect(editor, &QPalettesEditor::colorPicking, action, [action](bool on) {
+            const QSignalBlocker blocker(action);
+            action->setChecked(on);
+        });
     }
     panel->addCommand(add("pal_switch_count", &E::switchCount));
     palettesMenu->addSeparator();

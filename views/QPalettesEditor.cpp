@@ -113,6 +113,7 @@ void QPalettesEditor::activate()
 void QPalettesEditor::deactivate()
 {
     active = false;
+    // The view is shared with the animations editor, where a click must not pick colours.
     pickColor(false);
 }
 
@@ -329,6 +330,7 @@ void QPalettesEditor::switchColor()
 void QPalettesEditor::pickColor(bool on)
 {
     view()->setColorCapture(on);
+    emit colorPicking(on);
 }
 
 void QPalettesEditor::colorCaptured(uchar index)

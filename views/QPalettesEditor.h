@@ -69,6 +69,8 @@ Q_SIGNALS:
     void setNumber(int value);
     void setColorCount(ushort count);
     void titleChanged();
+    // Picking colours from the sprite view went on or off.
+    void colorPicking(bool on);
 
 public Q_SLOTS:
     void clear();

@@ -103,9 +103,12 @@ private Q_SLOTS:
         iface->actionManager()->find(QStringLiteral("pal_next"))->trigger();
         QCOMPARE(palettes->editor()->position(), before + 1);
 
-        // Another editor takes the panel away.
+        // Another editor takes the panel away, and with it the picking of colours from the shared view.
+        QAction* pick = iface->actionManager()->find(QStringLiteral("pal_pick_color"));
+        pick->setChecked(true);
         iface->switchEditor(0);
         QCOMPARE(iface->currentExtraEditor(), 4);
+        QVERIFY(!pick->isChecked());
     }
 };
 

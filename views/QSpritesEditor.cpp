@@ -1,5 +1,6 @@
 #include "QSpritesEditor.h"
 
+#include "AlignDlg.h"
 #include "QAnimSpriteWorkspace.h"
 #include "QSprRender.h"
 #include "QSprite.h"
@@ -40,12 +41,18 @@ QSpritesEditor::~QSpritesEditor()
 {
     QViewSettings::setValue("switch_frame_spr", framed);
     bind(nullptr, nullptr);
+    delete alignWindow;
     delete panelWidget;
 }
 
 QSprRender* QSpritesEditor::view() const
 {
     return workspaceOf->view();
+}
+
+QWidget* QSpritesEditor::dialogParent()
+{
+    return QApplication::activeWindow();
 }
 
 QWidget* QSpritesEditor::panel() const
@@ -184,6 +191,7 @@ void QSpritesEditor::showSprite(int position)
         emit setDecLoad(false);
         emit setInfoText(tr("No image"));
     }
+    if (alignWindow) alignWindow->setAlignEnabled(sprite != nullptr);
     if (onionOn && active) render->setOnionSprite(onionPosition);
     if (active) render->refresh();
     emit spriteShown(sprite ? position : -1);
@@ -279,7 +287,11 @@ void QSpritesEditor::axisChanged(QPoint axis)
     emit setY(reverse ? -axis.y() : axis.y());
 }
 
-void QSpritesEditor::cursorChanged(QPoint) {}
+void QSpritesEditor::cursorChanged(QPoint)
+{
+    // The guide lines may be the thing being dragged; the align tools show where they cross.
+    if (alignWindow && alignWindow->isVisible()) alignWindow->setGuides(view()->guides());
+}
 
 void QSpritesEditor::moveAxis(int dx, int dy)
 {
@@ -444,7 +456,8 @@ void QSpritesEditor::copy()
 {
     QSprite* sprite = currentSprite();
     if (!sprite) return;
-    QApplication::clipboard()->setMimeData(QSpriteClipItem::toMimeData({QSpriteClipItem::fromSprite(sprite)}));
+    QApplication::clipboard()->setMimeData(
+        QSpriteClipItem::toMimeData({QSpriteClipItem::fromSprite(sprite)}));
 }
 
 void QSpritesEditor::cut()
@@ -482,8 +495,7 @@ void QSpritesEditor::duplicate()
     QSprite* copy = model->insert(uint(at));
     copy->setInfo(sprite->palette(), sprite->itemGroup(), sprite->itemIndex(), sprite->offsetX(),
                   sprite->offsetY(), sprite->flags());
-    if (sprite->hasImage())
-        copy->setImage(sprite->image(QSpriteImagePalette::None), QSpriteShareMode::Share);
+    if (sprite->hasImage()) copy->setImage(sprite->image(QSpriteImagePalette::None), QSpriteShareMode::Share);
     model->undoStack()->endMacro();
     definePos(at);
 }

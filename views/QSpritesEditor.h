@@ -1,15 +1,18 @@
 #pragma once
 
+#include "AddSpr.h"
 #include "QInterfaceEditor.h"
 #include "QSprites.h"
+#include "SaveItem.h"
 
-#include <QMap>
 #include <QImage>
 #include <QList>
+#include <QMap>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
 
+class AlignDlg;
 class QAnimSpriteWorkspace;
 class QSprRender;
 class QSprite;
@@ -38,6 +41,8 @@ public:
     QSprite* currentSprite() const;
     // Other open projects a sprite import may take from, by their shown names.
     void setImportSources(const QList<QPair<QString, QSprites*>>& sources) { importSources = sources; }
+    // The align tools window, once alignTools() has made it.
+    AlignDlg* alignTool() const;
 
     // QInterfaceEditor.
     QString title() const override { return QStringLiteral("Sprites"); }
@@ -86,6 +91,8 @@ Q_SIGNALS:
     // The palette the view uses, by its index in the model (-1: the sprite's own).
     void paletteSelected(int index);
     void titleChanged();
+    // The sprite sheet importer lives with the window's tools; the window opens it on this signal.
+    void sheetImportRequested();
 
 public Q_SLOTS:
     void clear();
@@ -160,6 +167,18 @@ private:
     void align(int which);
     bool replaceImage(QImage image);
     QSprRender* view() const;
+    // Asks which sprites a command takes, starting from the last answer; false on cancel.
+    bool askRange(const QString& title, SaveItem& item);
+    // Saves the sprites of rows as image files: one file at path for the current sprite alone, else a
+    // file "group-number.suffix" each in the folder named by path's complete base name. Aligned images
+    // share one axis and canvas, which axis receives. Answers how many failed.
+    int saveImages(const SaveItem& item, const QList<uint>& rows, const QString& path, bool aligned,
+                   QPoint* axis);
+    // Where saveImages() puts the files of a range.
+    static QString rangeFolder(const QString& path);
+    QString askImageSave(const QString& title, const SaveItem& item);
+    // The window that the editor's dialogs belong to.
+    static QWidget* dialogParent();
 
     QAnimSpriteWorkspace* workspaceOf;
     QPointer<QSprites> model;
@@ -171,4 +190,7 @@ private:
     bool onionOn = false;
     bool active = false;
     QList<QPair<QString, QSprites*>> importSources;
+    AddSpr::Values addValues;
+    SaveItem lastRange;
+    QPointer<AlignDlg> alignWindow;
 };

@@ -1,13 +1,18 @@
 // The file commands of the sprites editor: a new file, another file, saving, and moving sprites in and
 // out through export files and other projects.
 
+#include "ExpDlg.h"
+#include "QDialogRunner.h"
 #include "QProgress.h"
+#include "QSprite.h"
 #include "QSpriteTransfer.h"
 #include "QSprites.h"
 #include "QSpritesEditor.h"
 #include "QUserDialogs.h"
+#include "sprimport.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 void QSpritesEditor::clear()
 {
@@ -69,7 +74,9 @@ void QSpritesEditor::fileImport()
     rememberFolder("spr_path", path);
     const uint before = model->count();
     QProgress progress(QApplication::activeWindow(), tr("Importing sprites..."));
-    progress.setRange(0, 0);
+    bool allow = true;
+    // A busy bar: the import reports no steps, but the window may show before it starts.
+    progress.onProgress(0, 0, allow);
     QSpriteTransfer::importFrom(*model, path);
     const int imported = int(model->count() - before);
     if (imported > 0)
@@ -77,6 +84,63 @@ void QSpritesEditor::fileImport()
     else
         QUserDialogs::information(tr("Import"), tr("No sprite imported!"));
     updateSel();
+}
+
+void QSpritesEditor::fileExport()
+{
+    if (!model) return;
+    const QSprite* sprite = currentSprite();
+    ExpDlg dialog(*model, sprite ? sprite->itemGroup() : 0, dialogParent());
+    if (QDialogRunner::run(&dialog) != QDialog::Accepted) return;
+    QString selected;
+    QString path = QUserDialogs::getSaveFileName(
+        tr("Export sprites"), startFolder("spr_path"),
+        tr("Tavrel Export (*.tve)") + tr(";;Elecbyte SprMaker 2 (*.def)"), &selected);
+    if (path.isEmpty()) return;
+    // The form follows the suffix; a name typed without one takes the form of the filter chosen.
+    if (QFileInfo(path).suffix().isEmpty())
+        path += selected.contains(QLatin1String("*.def")) ? QLatin1String(".def") : QLatin1String(".tve");
+    rememberFolder("spr_path", path);
+    QProgress progress(dialogParent(), tr("Exporting sprites..."));
+    bool allow = true;
+    // A busy bar: the export reports no steps, but the window may show before it starts.
+    progress.onProgress(0, 0, allow);
+    if (!QSpriteTransfer::exportTo(*model, path, dialog.selection()))
+        QUserDialogs::warning(
+            tr("Export sprites"),
+            tr("Some of the files could not be written to %1.").arg(QFileInfo(path).absolutePath()));
+}
+
+void QSpritesEditor::projImport()
+{
+    if (!model) return;
+    if (importSources.isEmpty()) {
+        QUserDialogs::information(tr("Import"), tr("There is no other open project to import from."));
+        return;
+    }
+    sprimport dialog(importSources, dialogParent());
+    if (QDialogRunner::run(&dialog) != QDialog::Accepted || !dialog.source()) return;
+    if (dialog.source() == model) {
+        QUserDialogs::warning(tr("Warning"), tr("You can't import from the destination project!"));
+        return;
+    }
+    emit flushFields();
+    int imported = 0;
+    {
+        QProgress progress(dialogParent(), tr("Importing sprites..."));
+        connect(model, &QSprites::progress, &progress, &QProgress::onProgress);
+        imported = model->importSprites(*dialog.source(), dialog.rows());
+    }
+    if (imported > 0)
+        QUserDialogs::information(tr("Import"), tr("%n sprite(s) were imported!", nullptr, imported));
+    else
+        QUserDialogs::information(tr("Import"), tr("No sprite imported!"));
+    updateSel();
+}
+
+void QSpritesEditor::sheetImport()
+{
+    if (model) emit sheetImportRequested();
 }
 
 void QSpritesEditor::imgEditor()

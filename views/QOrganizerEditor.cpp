@@ -199,6 +199,8 @@ void QOrganizerEditor::selectRows(int first, int last)
     selection->select(block, QItemSelectionModel::ClearAndSelect);
     listView->scrollTo(shown->index(last));
     listView->scrollTo(shown->index(first));
+    // A block that the model already carried along raises no selection change.
+    updateButtons();
 }
 
 void QOrganizerEditor::moveBlockTo(int to)

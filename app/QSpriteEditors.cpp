@@ -7,6 +7,7 @@
 #include "QAnimSpriteWorkspace.h"
 #include "QColorsetManager.h"
 #include "QInterface.h"
+#include "QPaletteSide.h"
 #include "QProject.h"
 #include "QSpritesEditor.h"
 #include "QSpritesPanel.h"
@@ -51,9 +52,8 @@ QSpriteEditors::QSpriteEditors(QInterface* iface, MainWindow* window)
     : QObject(iface), iface(iface), window(window), manager(iface->actionManager())
 {
     m_workspace = new QAnimSpriteWorkspace(window->centralWidget(), this);
-    m_workspace->setColorSource([](const QString& key) {
-        return colorsetManager ? colorsetManager->color(key) : QColor();
-    });
+    m_workspace->setColorSource(
+        [](const QString& key) { return colorsetManager ? colorsetManager->color(key) : QColor(); });
     iface->registerWorkspace(1, m_workspace, m_workspace->page());
     m_sprites = new QProjectSpritesEditor(m_workspace, this);
     iface->registerEditor(m_sprites);
@@ -63,13 +63,13 @@ QSpriteEditors::QSpriteEditors(QInterface* iface, MainWindow* window)
     connect(iface, &QInterface::currentProjectChanged, this, &QSpriteEditors::setProject);
     connect(iface, &QInterface::configApplied, m_workspace, &QAnimSpriteWorkspace::optionsApplied);
 
-    QAction* show = manager->add({QActionInfo::Everywhere}, QStringLiteral("editor_sprites"),
-                                 QActionTexts::id(QStringLiteral("editor_sprites")), true, iface,
-                                 [this](bool on) {
-                                     if (!on) return;
-                                     this->iface->switchEditor(m_sprites->number());
-                                     m_workspace->renderWidget()->setFocus();
-                                 });
+    QAction* show =
+        manager->add({QActionInfo::Everywhere}, QStringLiteral("editor_sprites"),
+                     QActionTexts::id(QStringLiteral("editor_sprites")), true, iface, [this](bool on) {
+                         if (!on) return;
+                         this->iface->switchEditor(m_sprites->number());
+                         m_workspace->renderWidget()->setFocus();
+                     });
     show->setObjectName(QString::number(m_sprites->number()));
     iface->editorActions()->addAction(show);
     window->viewMenu()->addAction(show);
@@ -79,9 +79,10 @@ QSpriteEditors::QSpriteEditors(QInterface* iface, MainWindow* window)
     spritesMenu->setObjectName(QStringLiteral("menuSprites"));
     window->menuBar()->insertMenu(window->toolsMenu()->menuAction(), spritesMenu);
     addSpriteActions();
+    new QPaletteSide(iface, window, m_sprites, this);
     m_workspace->addViewActions(window->viewMenu(), [this](const QString& name, bool checkable) {
-        return manager->add({QSpritesEditor::Scope, QActionInfo::AnimationsScope}, name, QActionTexts::id(name),
-                            checkable, this, [](bool) {});
+        return manager->add({QSpritesEditor::Scope, QActionInfo::AnimationsScope}, name,
+                            QActionTexts::id(name), checkable, this, [](bool) {});
     });
 
     position = new QLabel(window);
@@ -95,6 +96,13 @@ QSpriteEditors::QSpriteEditors(QInterface* iface, MainWindow* window)
 QSpriteEditors::~QSpriteEditors()
 {
     m_sprites->bind(nullptr, nullptr);
+    // Each piece borrows from those made before it (the editor shows the workspace's view, the side
+    // panels follow the editor), so they go in the reverse order of their making.
+    QList<QPointer<QObject>> made;
+    for (QObject* child : children())
+        made.prepend(child);
+    for (const QPointer<QObject>& child : made)
+        delete child.data();
 }
 
 QAction* QSpriteEditors::add(const char* name, bool checkable, void (QSpritesEditor::*slot)())
@@ -111,8 +119,8 @@ QAction* QSpriteEditors::add(const char* name, bool checkable, void (QSpritesEdi
 void QSpriteEditors::addLaterAction(const char* name)
 {
     const QString key = QLatin1String(name);
-    QAction* action = manager->add({QSpritesEditor::Scope}, key, QActionTexts::id(key), false, m_sprites,
-                                   []() {});
+    QAction* action =
+        manager->add({QSpritesEditor::Scope}, key, QActionTexts::id(key), false, m_sprites, []() {});
     action->setObjectName(key);
     action->setEnabled(false);
     action->setProperty("laterFeature", true);
@@ -184,6 +192,13 @@ void QSpriteEditors::setProject(QProject* current)
     project = current;
     static_cast<QProjectSpritesEditor*>(m_sprites)->project = current;
     m_sprites->bind(current ? current->sprites() : nullptr, current ? &current->variables : nullptr);
+    // Sprites may be imported from any other open project; the list is read when projects switch,
+    // which every open and close does.
+    QList<QPair<QString, QSprites*>> sources;
+    for (int i = 0; i < iface->projectCount(); ++i)
+        if (QProject* other = iface->project(i); other && other->sprites())
+            sources << qMakePair(other->displayName(), other->sprites());
+    m_sprites->setImportSources(sources);
 }
 
 void QSpriteEditors::retranslate()

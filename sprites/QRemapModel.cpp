@@ -11,10 +11,11 @@ void QRemapModel::addRow()
 
 void QRemapModel::removeRow(int row)
 {
+    // The removal itself tells the views; there is nothing left to call changed.
+    if (row < 0 || row >= table.size()) return;
     beginRemoveRows(QModelIndex(), row, row);
-    if (row >= 0 && row < table.size()) table.removeAt(row);
+    table.removeAt(row);
     endRemoveRows();
-    emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void QRemapModel::removeAll()
@@ -23,7 +24,6 @@ void QRemapModel::removeAll()
     beginRemoveRows(QModelIndex(), 0, table.size() - 1);
     table.clear();
     endRemoveRows();
-    emit dataChanged(index(0, 0), index(0, columnCount() - 1));
 }
 
 void QRemapModel::setRow(int row, int sourceGroup, int sourceIndex, int destinationGroup,

@@ -20,10 +20,10 @@ struct ViewAction
     bool checkable;
 };
 const ViewAction viewActions[] = {
-    {"view_center_axis", nullptr, false},         {"view_spr_cross", "show_spr_cross", true},
-    {"view_anim_cross", "show_anim_cross", true}, {"view_extra_cross", nullptr, true},
-    {"view_rulers", "show_rulers", true},         {"view_guide_lines", "show_guides", true},
-    {"view_attack_clsn", "show_clsn1", true},     {"view_collision_clsn", "show_clsn2", true},
+    {"view_center_axis", nullptr, false},           {"view_spr_cross", "show_spr_cross", true},
+    {"view_anim_cross", "show_anim_cross", true},   {"view_extra_cross", nullptr, true},
+    {"view_rulers", "show_rulers", true},           {"view_guide_lines", "show_guides", true},
+    {"view_attack_clsn", "show_clsn1", true},       {"view_collision_clsn", "show_clsn2", true},
     {"view_default_clsn1", "show_clsn_def1", true}, {"view_default_clsn2", "show_clsn_def2", true},
 };
 
@@ -47,8 +47,9 @@ QAnimSpriteWorkspace::QAnimSpriteWorkspace(QWidget* parent, QObject* owner)
     appliedZoomMode = render->zoomMode();
     render->setZoomIndex(setting("zoom_level", 2).toInt());
     connect(render, &QSprRender::cursorChanged, this, &QAnimSpriteWorkspace::cursorChanged);
-    connect(render, &QSprRender::extraAxisChanged, this,
-            [this]() { extraDialog->setValue(render->extraCross()); });
+    connect(render, &QSprRender::extraAxisChanged, this, [this]() {
+        if (extraDialog) extraDialog->setValue(render->extraCross());
+    });
     connect(extraDialog, &ExAxisDlg::axisChanged, this, [this](QPoint position) {
         render->setExtraCross(position);
         render->refresh();
@@ -65,7 +66,7 @@ QAnimSpriteWorkspace::~QAnimSpriteWorkspace()
     widget = nullptr;
     delete render;
     render = nullptr;
-    delete extraDialog;
+    delete extraDialog.data();
     delete container.data();
 }
 
@@ -91,11 +92,12 @@ void QAnimSpriteWorkspace::addViewActions(QMenu* menu, const Registrar& registra
     connect(actions.value("view_center_axis"), &QAction::triggered, this, &QAnimSpriteWorkspace::centerAxis);
     connect(actions.value("view_spr_cross"), &QAction::toggled, this, &QAnimSpriteWorkspace::showCross);
     connect(actions.value("view_anim_cross"), &QAction::toggled, this, &QAnimSpriteWorkspace::showCross);
-    connect(actions.value("view_extra_cross"), &QAction::toggled, this, &QAnimSpriteWorkspace::showExtraCross);
+    connect(actions.value("view_extra_cross"), &QAction::toggled, this,
+            &QAnimSpriteWorkspace::showExtraCross);
     connect(actions.value("view_guide_lines"), &QAction::toggled, this, &QAnimSpriteWorkspace::showGuideLns);
     // The rulers share the boxes' slot: one slot reads all five switches and hands them to the view.
-    for (const char* name :
-         {"view_rulers", "view_attack_clsn", "view_collision_clsn", "view_default_clsn1", "view_default_clsn2"})
+    for (const char* name : {"view_rulers", "view_attack_clsn", "view_collision_clsn", "view_default_clsn1",
+                             "view_default_clsn2"})
         connect(actions.value(QLatin1String(name)), &QAction::toggled, this, &QAnimSpriteWorkspace::showCLSN);
     showCross(true);
     showCLSN(true);
@@ -124,18 +126,21 @@ QColor QAnimSpriteWorkspace::colorOf(const QString& key, const QColor& fallback)
 void QAnimSpriteWorkspace::optionsApplied()
 {
     buildWidget();
-    render->setBackground(colorOf(QStringLiteral("back_start"), QColor(96, 96, 128)),
-                          colorOf(QStringLiteral("back_end"), QColor(16, 16, 32)),
-                          setting("background_type", 1).toInt(),
-                          QPoint(setting("background_x", -213).toInt(), setting("background_y", -208).toInt()),
-                          setting("background_file", QString()).toString());
-    render->setBoxColors(colorOf(QStringLiteral("clsn1"), Qt::red), colorOf(QStringLiteral("clsn1def"), Qt::magenta),
-                         colorOf(QStringLiteral("clsn2"), Qt::blue),
-                         colorOf(QStringLiteral("clsn2def"), Qt::darkBlue), setting("clsn_opacity", 100).toInt());
-    render->setCrosshair(setting("crosshair_type", 0).toInt(), setting("crosshair_sprite", QString()).toString(),
+    render->setBackground(
+        colorOf(QStringLiteral("back_start"), QColor(96, 96, 128)),
+        colorOf(QStringLiteral("back_end"), QColor(16, 16, 32)), setting("background_type", 1).toInt(),
+        QPoint(setting("background_x", -213).toInt(), setting("background_y", -208).toInt()),
+        setting("background_file", QString()).toString());
+    render->setBoxColors(
+        colorOf(QStringLiteral("clsn1"), Qt::red), colorOf(QStringLiteral("clsn1def"), Qt::magenta),
+        colorOf(QStringLiteral("clsn2"), Qt::blue), colorOf(QStringLiteral("clsn2def"), Qt::darkBlue),
+        setting("clsn_opacity", 100).toInt());
+    render->setCrosshair(setting("crosshair_type", 0).toInt(),
+                         setting("crosshair_sprite", QString()).toString(),
                          setting("crosshair_animation", QString()).toString(),
                          setting("crosshair_extra", QString()).toString());
-    render->setOrder(setting("clsn_over_axis", false).toBool(), setting("sprite_over_guides", false).toBool());
+    render->setOrder(setting("clsn_over_axis", false).toBool(),
+                     setting("sprite_over_guides", false).toBool());
     // A change of range keeps the zoom index; the same range leaves the zoom alone.
     const int zoomMode = setting("zoom_mode", 1).toInt();
     if (zoomMode != appliedZoomMode) {
@@ -169,6 +174,7 @@ void QAnimSpriteWorkspace::deactivate()
 
 void QAnimSpriteWorkspace::closeExtraCross()
 {
+    if (!extraDialog) return;
     if (extraDialog->isVisible()) extraDialogPos = extraDialog->pos();
     extraDialog->hide();
 }
@@ -203,9 +209,9 @@ void QAnimSpriteWorkspace::showCross(bool)
 
 void QAnimSpriteWorkspace::showCLSN(bool)
 {
-    render->showBoxes(checked(QStringLiteral("view_attack_clsn")), checked(QStringLiteral("view_collision_clsn")),
-                      checked(QStringLiteral("view_default_clsn1")),
-                      checked(QStringLiteral("view_default_clsn2")));
+    render->showBoxes(
+        checked(QStringLiteral("view_attack_clsn")), checked(QStringLiteral("view_collision_clsn")),
+        checked(QStringLiteral("view_default_clsn1")), checked(QStringLiteral("view_default_clsn2")));
     render->showRulers(checked(QStringLiteral("view_rulers")));
     render->refresh();
 }
@@ -223,7 +229,7 @@ void QAnimSpriteWorkspace::showExtraCross(bool on)
     if (render->renderMode() != QSprRender::AnimationMode) return;
     render->showExtraCross(on);
     render->update();
-    if (on) {
+    if (on && extraDialog) {
         if (!extraDialog->isVisible()) {
             extraDialog->setValue(render->extraCross());
             if (!extraDialogPos.isNull()) extraDialog->move(extraDialogPos);
@@ -245,7 +251,7 @@ void QAnimSpriteWorkspace::cursorChanged(QPoint position)
     status = tr("Position: %1, %2").arg(position.x()).arg(position.y());
     if (checked(QStringLiteral("view_guide_lines")))
         status += QStringLiteral(", ") + tr("Horizontal guide: %1, Vertical guide: %2")
-                                              .arg(render->guides().y())
-                                              .arg(render->guides().x());
+                                             .arg(render->guides().y())
+                                             .arg(render->guides().x());
     emit statusChanged(status);
 }

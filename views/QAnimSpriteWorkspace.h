@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ExAxisDlg.h"
 #include "QInterfaceEditor.h"
 
 #include <QColor>
@@ -10,7 +11,6 @@
 
 #include <functional>
 
-class ExAxisDlg;
 class QAction;
 class QAnimations;
 class QMenu;
@@ -41,7 +41,7 @@ public:
     QWidget* renderWidget() const { return widget; }
     QSprRender* view() const { return render; }
     QSprites* sprites() const { return spriteModel; }
-    ExAxisDlg* extraCrossDialog() const { return extraDialog; }
+    ExAxisDlg* extraCrossDialog() const { return extraDialog.data(); }
 
     // Builds the view actions into the menu behind a separator and reads their states back.
     void addViewActions(QMenu* menu, const Registrar& registrar);
@@ -89,7 +89,8 @@ private:
     QSprRender* render;
     QSprites* spriteModel = nullptr;
     QMap<QString, QAction*> actions;
-    ExAxisDlg* extraDialog;
+    // Both live among the window's widgets, which may be gone before the workspace is.
+    QPointer<ExAxisDlg> extraDialog;
     QPoint extraDialogPos;
     ColorSource colors;
     QString status;

@@ -94,6 +94,9 @@ void QPalettesEditor::bind(QSprites* sprites, QMap<QString, QString>* projectVar
         connect(model, &QSprites::changed, this, &QPalettesEditor::titleChanged);
         connect(model->undoStack(), &QUndoStack::cleanChanged, this, &QPalettesEditor::titleChanged);
         connect(model->remapModel(), &QRemapModel::dataChanged, this, &QPalettesEditor::remapChanged);
+        // A removed substitution changes the look as much as an edited one.
+        connect(model->remapModel(), &QRemapModel::rowsRemoved, this,
+                [this]() { remapChanged(QModelIndex(), QModelIndex()); });
         // Start on the palette of the sprite shown, else on the first.
         const QSprite* sprite = shownSprite();
         start = sprite ? model->paletteIndexOf(sprite->palette()) : -1;

@@ -28,10 +28,10 @@ QPalettesPanel::QPalettesPanel(QPalettesEditor* editor, QWidget* parent) : QWidg
     row->addWidget(position);
     layout->addLayout(row);
 
+    // Two buttons a row keeps the panel as narrow as the side it stands in.
     navigation = new QWidget(this);
-    auto* navigationRow = new QHBoxLayout(navigation);
-    navigationRow->setContentsMargins(0, 0, 0, 0);
-    navigationRow->addStretch(1);
+    auto* navigationGrid = new QGridLayout(navigation);
+    navigationGrid->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(navigation);
 
     auto* form = new QFormLayout;
@@ -85,16 +85,17 @@ QToolButton* QPalettesPanel::addButton(QWidget* holder, QAction* action)
     auto* button = new QToolButton(holder);
     button->setDefaultAction(action);
     button->setAutoRaise(true);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     button->setObjectName(action->objectName().isEmpty() ? action->text() : action->objectName());
     return button;
 }
 
 QToolButton* QPalettesPanel::addNavigation(QAction* action)
 {
-    auto* row = static_cast<QHBoxLayout*>(navigation->layout());
+    auto* navigationGrid = static_cast<QGridLayout*>(navigation->layout());
     QToolButton* button = addButton(navigation, action);
-    // The stretch stays last.
-    row->insertWidget(row->count() - 1, button);
+    const int count = navigationGrid->count();
+    navigationGrid->addWidget(button, count / 2, count % 2);
     return button;
 }
 
@@ -103,6 +104,6 @@ QToolButton* QPalettesPanel::addCommand(QAction* action)
     auto* commandGrid = static_cast<QGridLayout*>(commands->layout());
     QToolButton* button = addButton(commands, action);
     const int count = commandGrid->count();
-    commandGrid->addWidget(button, count / 4, count % 4);
+    commandGrid->addWidget(button, count / 2, count % 2);
     return button;
 }

@@ -40,6 +40,8 @@ QSpritesEditor::QSpritesEditor(QAnimSpriteWorkspace* workspace, QObject* parent)
 QSpritesEditor::~QSpritesEditor()
 {
     QViewSettings::setValue("switch_frame_spr", framed);
+    // Going away is no reason to show anything again.
+    active = false;
     bind(nullptr, nullptr);
     delete alignWindow;
     delete panelWidget;

@@ -70,6 +70,7 @@ void QTextWorkspace::setText(QSyntaxTextEditor* text)
 {
     if (text == m_text && (!text || m_editor->document() == text->document)) return;
     disconnect(hierarchyConnection);
+    disconnect(closingConnection);
     m_text = text;
     m_editor->setDocument(text ? text->document : nullptr);
     m_editor->setReadOnly(!text || text->isReadOnly());
@@ -77,6 +78,15 @@ void QTextWorkspace::setText(QSyntaxTextEditor* text)
     if (text) {
         hierarchyConnection =
             connect(text, &QSyntaxTextEditor::hierarchyUpdated, this, &QTextWorkspace::updateStatus);
+        // A file's document is its child, so it still stands when the file announces its end.
+        closingConnection = connect(text, &QObject::destroyed, this, [this]() {
+            disconnect(hierarchyConnection);
+            m_text = nullptr;
+            m_editor->setDocument(nullptr);
+            m_editor->setReadOnly(true);
+            m_tools->setText(nullptr);
+            updateStatus();
+        });
     }
     updateStatus();
 }

@@ -77,5 +77,7 @@ private:
     QClickableLabel* encodingLabel;
     QPointer<QSyntaxTextEditor> m_text;
     QMetaObject::Connection hierarchyConnection;
+    // The shown file may close while another page is up; the editor must let go of its document first.
+    QMetaObject::Connection closingConnection;
     int firstFontSize;
 };

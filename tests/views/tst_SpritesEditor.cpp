@@ -55,6 +55,13 @@ private Q_SLOTS:
         editor = new QSpritesEditor(workspace, this);
     }
 
+    // The host goes with the test object's members, before its children: the editors go first.
+    void cleanupTestCase()
+    {
+        delete editor;
+        delete workspace;
+    }
+
     void cleanup()
     {
         editor->bind(nullptr, nullptr);
@@ -90,7 +97,8 @@ private Q_SLOTS:
 
         // Finding by "group,number", and renumbering the current sprite by a pair with a missing part.
         const QSprite* target = sprites->at(uint(next));
-        QVERIFY(editor->find(QStringLiteral("^%1,%2$").arg(target->itemGroup()).arg(target->itemIndex()), false));
+        QVERIFY(
+            editor->find(QStringLiteral("^%1,%2$").arg(target->itemGroup()).arg(target->itemIndex()), false));
         QCOMPARE(editor->position(), next);
         QVERIFY(editor->find(QStringLiteral("%1,*").arg(first->itemGroup()), true));
         QVERIFY(editor->replace(QStringLiteral(",77")));
@@ -174,7 +182,8 @@ private Q_SLOTS:
         QCOMPARE(sprites->count(), uint(before.size() - 1));
         QCOMPARE(dialogs.calls.size(), 2);
         QCOMPARE(dialogs.calls.at(0).text, QStringLiteral("Do you really want to delete the sprite?"));
-        QCOMPARE(editor->controls()->positionLabel()->text(), QStringLiteral("2 / %1").arg(before.size() - 1));
+        QCOMPARE(editor->controls()->positionLabel()->text(),
+                 QStringLiteral("2 / %1").arg(before.size() - 1));
         sprites->undoChange();
         QCOMPARE(fields(*sprites), before);
 

@@ -4,7 +4,8 @@
 
 #include <QPointer>
 
-class QAnimations;
+#include "QAnimations.h"
+#include "QElementTextEditor.h"
 
 // The actions of an animation file as a list the organizer can reorder. The animation model is bound
 // to its text and moves an action by cutting and pasting its lines, which a list view sees as a row

@@ -123,6 +123,16 @@ void QOrganizerEditor::setObjects(QOrganizableObject* primaryList, QOrganizableO
     emit enabled(primary != nullptr);
 }
 
+QOrganizableObject* QOrganizerEditor::primaryObject() const
+{
+    return primary;
+}
+
+QOrganizableObject* QOrganizerEditor::secondaryObject() const
+{
+    return secondary;
+}
+
 QOrganizableObject* QOrganizerEditor::object() const
 {
     return onSecondary && secondary ? secondary.data() : primary.data();

@@ -32,8 +32,8 @@ public:
     // The lists to organize: primary, and the palettes of a sprite file as secondary (only then can the
     // user switch to them). Null for none: the panel is disabled.
     void setObjects(QOrganizableObject* primary, QOrganizableObject* secondary = nullptr);
-    QOrganizableObject* primaryObject() const { return primary; }
-    QOrganizableObject* secondaryObject() const { return secondary; }
+    QOrganizableObject* primaryObject() const;
+    QOrganizableObject* secondaryObject() const;
     // The list shown: the secondary one while the switch is on.
     QOrganizableObject* object() const;
     bool showsSecondary() const { return onSecondary; }

@@ -77,6 +77,16 @@ QThumbnailsEditor::~QThumbnailsEditor()
     delete page;
 }
 
+QSprites* QThumbnailsEditor::sprites() const
+{
+    return spriteModel;
+}
+
+QAnimations* QThumbnailsEditor::animations() const
+{
+    return animationModel;
+}
+
 QWidget* QThumbnailsEditor::panel() const
 {
     return page;

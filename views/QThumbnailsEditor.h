@@ -39,8 +39,8 @@ public:
     // its chosen group (the project); nulls for none.
     void bind(QSprites* sprites, QAnimations* animations, QMap<QString, QString>* variables,
               QObject* project);
-    QSprites* sprites() const { return spriteModel; }
-    QAnimations* animations() const { return animationModel; }
+    QSprites* sprites() const;
+    QAnimations* animations() const;
     QThumbModel* model() const { return thumbs; }
     QComboBox* groupList() const { return groups; }
     QListView* view() const { return thumbView; }

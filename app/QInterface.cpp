@@ -431,6 +431,8 @@ void QInterface::storeWindowState()
     state.showLeftPanel = leftPanelWanted;
     state.showRightPanel = rightPanelWanted;
     state.showQuickSearch = quickSearch && !quickSearch->isHidden();
+    // The organizer keeps its own switch while the window runs.
+    state.showOrganizer = flagSetting("show_organizer", state.showOrganizer);
     window->storeToolbars(&state);
     // Only tools that are made write their keys; the others keep what the configuration holds.
     state.floating.clear();

@@ -106,7 +106,7 @@ void QPaletteSide::setProject(QProject* project)
 
 void QPaletteSide::retranslate()
 {
-    if (palettesMenu) palettesMenu->setTitle(tr("&Palettes"));
+    if (palettesMenu) palettesMenu->setTitle(tr("Palettes"));
     // The command whose window comes later says so where the user looks.
     advancedAction->setToolTip(tr("The advanced palette editor is not part of this version yet."));
 }

@@ -9,6 +9,7 @@
 #include "QInterface.h"
 #include "QPaletteSide.h"
 #include "QProject.h"
+#include "QSidePanels.h"
 #include "QSpritesEditor.h"
 #include "QSpritesPanel.h"
 
@@ -80,6 +81,8 @@ QSpriteEditors::QSpriteEditors(QInterface* iface, MainWindow* window)
     window->menuBar()->insertMenu(window->toolsMenu()->menuAction(), spritesMenu);
     addSpriteActions();
     new QPaletteSide(iface, window, m_sprites, this);
+    auto* sidePanels = new QSidePanels(iface, window, m_sprites, this);
+    connect(m_sprites, &QSpritesEditor::sheetImportRequested, sidePanels, &QSidePanels::sheetImport);
     m_workspace->addViewActions(window->viewMenu(), [this](const QString& name, bool checkable) {
         return manager->add({QSpritesEditor::Scope, QActionInfo::AnimationsScope}, name,
                             QActionTexts::id(name), checkable, this, [](bool) {});
@@ -203,9 +206,9 @@ void QSpriteEditors::setProject(QProject* current)
 
 void QSpriteEditors::retranslate()
 {
-    if (spritesMenu) spritesMenu->setTitle(tr("&Sprites"));
+    if (spritesMenu) spritesMenu->setTitle(tr("Sprites"));
     if (QMenu* align = spritesMenu ? spritesMenu->findChild<QMenu*>(QStringLiteral("menuAlign")) : nullptr)
-        align->setTitle(tr("&Align"));
+        align->setTitle(tr("Align"));
     // Commands whose windows come later say so where the user looks.
     for (QAction* action : manager->actions())
         if (action->property("laterFeature").toBool())

@@ -123,6 +123,27 @@ QList<Family> families()
         {everywhere,
          names("editor_definitions editor_sprites editor_animations editor_commands editor_states "
                "editor_sounds")},
+        {{QActionInfo::SpritesScope},
+         names(
+             "spr_new spr_open spr_save spr_saveas spr_add spr_delete spr_openimg spr_saveimg "
+             "spr_saveimg_aligned spr_crop spr_duplicate spr_delete_grp spr_rename_grp spr_align "
+             "spr_edit_img "
+             "spr_split_channels spr_export spr_import spr_import_proj spr_frame_spr spr_prev spr_next "
+             "spr_prev_grp spr_next_grp spr_pos_left spr_pos_up spr_pos_right spr_pos_down spr_align_topleft "
+             "spr_align_topcenter spr_align_topright spr_align_centerleft spr_align_centercenter "
+             "spr_align_centerright spr_align_bottomleft spr_align_bottomcenter spr_align_bottomright "
+             "pal_clear pal_clear_unused pal_add pal_delete pal_delete_duplicates pal_open pal_save "
+             "pal_switch_count pal_remap pal_undo pal_redo pal_switch_color pal_pick_color pal_set_color "
+             "pal_apply_sprite pal_apply_group pal_advanced pal_prev_grp pal_next_grp pal_prev pal_next "
+             "org_palette")},
+        {{QActionInfo::SpritesScope, QActionInfo::AnimationsScope},
+         names(
+             "view_center_axis view_spr_cross view_anim_cross view_extra_cross view_rulers view_guide_lines "
+             "view_attack_clsn view_collision_clsn view_default_clsn1 view_default_clsn2")},
+        {{QActionInfo::SpritesScope, QActionInfo::AnimationsScope, QActionInfo::CommandsScope,
+          QActionInfo::SoundsScope},
+         names("org_up org_down org_up_10 org_down_10 org_top org_bottom org_auto")},
+        {{QActionInfo::AnimationsScope}, names("thumb_add thumb_add_all thumb_new thumb_new_all thumb_save")},
     };
 }
 

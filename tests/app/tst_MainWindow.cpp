@@ -88,9 +88,10 @@ private Q_SLOTS:
         QStringList titles;
         for (QAction* action : window.menuBar()->actions())
             titles << action->text();
-        QCOMPARE(titles.mid(0, 5),
+        QCOMPARE(titles.mid(0, 7),
                  (QStringList{QStringLiteral("Project"), QStringLiteral("Edit"), QStringLiteral("View"),
-                              QStringLiteral("Tools"), QStringLiteral("Help")}));
+                              QStringLiteral("Sprites"), QStringLiteral("Palettes"), QStringLiteral("Tools"),
+                              QStringLiteral("Help")}));
         auto* dock = window.findChild<QDockWidget*>(QStringLiteral("actions"));
         QVERIFY(dock);
         QCOMPARE(dock->windowTitle(), QStringLiteral("Action list"));

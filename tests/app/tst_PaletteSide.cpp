@@ -24,12 +24,10 @@ class tst_PaletteSide : public QObject
 
     WindowTestConfig configDir;
 
-    // The window's palettes side, made here while the window doesn't make it itself.
+    // The window's palettes side: the sprite editors make it beside the sprites editor.
     static QPaletteSide* side(MainWindow& window)
     {
-        if (auto* made = window.findChild<QPaletteSide*>()) return made;
-        QSpriteEditors* sprites = window.spriteEditorsPart();
-        return new QPaletteSide(window.interface(), &window, sprites->sprites(), sprites);
+        return window.spriteEditorsPart()->findChild<QPaletteSide*>();
     }
 
 private Q_SLOTS:
@@ -41,6 +39,7 @@ private Q_SLOTS:
     {
         MainWindow window;
         QPaletteSide* palettes = side(window);
+        QVERIFY(palettes);
         const QStringList names{"pal_clear",
                                 "pal_clear_unused",
                                 "pal_add",
@@ -82,6 +81,7 @@ private Q_SLOTS:
     {
         MainWindow window;
         QPaletteSide* palettes = side(window);
+        QVERIFY(palettes);
         QInterface* iface = window.interface();
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));

@@ -31,12 +31,10 @@ class tst_SidePanels : public QObject
 
     WindowTestConfig configDir;
 
-    // The window's side panels, made here while the window doesn't make them itself.
+    // The window's side panels: the sprite editors make them beside the sprites editor.
     static QSidePanels* side(MainWindow& window)
     {
-        if (auto* made = window.findChild<QSidePanels*>()) return made;
-        QSpriteEditors* sprites = window.spriteEditorsPart();
-        return new QSidePanels(window.interface(), &window, sprites->sprites(), sprites);
+        return window.spriteEditorsPart()->findChild<QSidePanels*>();
     }
 
 private Q_SLOTS:

@@ -89,7 +89,6 @@ private Q_SLOTS:
         QVERIFY(next > 0);
         QVERIFY(sprites->at(uint(next))->itemGroup() != first->itemGroup());
         QCOMPARE(sprites->at(uint(next - 1))->itemGroup(), first->itemGroup());
-        editor->nextSpr();
         editor->prevGrp();
         QCOMPARE(editor->position(), 0);
         editor->prevSpr();

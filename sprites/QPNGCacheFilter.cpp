@@ -2,9 +2,21 @@
 
 #include "QImageInfo.h"
 #include "QPNGCodec.h"
+#include "QPNGDecoder.h"
 
 QByteArray QPNGCacheFilter::decode(const QByteArray& data, const QImageInfo* info) const
 {
+    if (info) {
+        QByteArray raw;
+        switch (QPNGDecoder::decode(data, *info, &raw)) {
+        case QPNGDecoder::Decoded:
+            return raw;
+        case QPNGDecoder::Undecodable:
+            return QByteArray();
+        case QPNGDecoder::LeftToQt:
+            break;
+        }
+    }
     QImage image = decodePNG(data);
     if (image.isNull()) return QByteArray();
     if (info) {

@@ -2,7 +2,8 @@
 
 #include "QStreamCacheFilter.h"
 
-// Decodes the PNG blocks of SFF v2 sprites through Qt's image codec.
+// Decodes the PNG blocks of SFF v2 sprites: the common forms by our own decoder, the rest through
+// Qt's image codec, with the same pixels either way.
 class QPNGCacheFilter : public QStreamCacheFilter
 {
 public:

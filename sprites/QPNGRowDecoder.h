@@ -1,16 +1,16 @@
 #pragma once
 
+#include "QImageInfo.h"
+#include "QPNGChunks.h"
+
 #include <QByteArray>
 
 #include <memory>
 
-struct QImageInfo;
-
 // Decodes the pixels of a PNG file a few rows at a time, straight into the raw form that Qt's reader
-// gives for the image record: an 8-bit palette file as Format_Indexed8 (the indices), an 8-bit RGB file
-// without a transparent colour as Format_RGB32, an 8-bit RGBA file as Format_ARGB32. Other files
-// (interlaced, other depths, grey, a transparent colour, a size or form other than the record's) are
-// refused by open(), and so is a file the decoder finds broken on the way: those are left to Qt.
+// gives for the image record, so that comparing two blocks can stop at the first row that differs.
+// It takes the files that QPNGDecoder takes, except interlaced ones; open() refuses the others, and a
+// file found broken on the way makes failed() true: both are left to the whole decoders.
 class QPNGRowDecoder
 {
 public:
@@ -19,26 +19,31 @@ public:
     QPNGRowDecoder(const QPNGRowDecoder&) = delete;
     QPNGRowDecoder& operator=(const QPNGRowDecoder&) = delete;
 
-    // Reads the chunks before the pixels. data must outlive the decoder.
+    // Walks the chunks of the file; false for one this decoder does not take. data must outlive the
+    // decoder.
     bool open(const QByteArray& data, const QImageInfo& info);
     // Writes rows up to (not including) until into out, rowBytes apart; answers how many rows are done.
-    // A row the file can't give makes failed() true and ends the decoding.
+    // A row the file can't give makes failed() true and ends the decoding. out has room for every row:
+    // a request far enough down has the whole image decoded at once.
     int decode(uchar* out, qsizetype rowBytes, int until);
     bool failed() const { return broken; }
 
 private:
+    bool inflateRow();
     bool nextData();
-    bool unfilter();
+    bool takeByte(uchar* byte);
 
     struct Stream;
     std::unique_ptr<Stream> stream;
-    const uchar* chunk = nullptr; // the next chunk to look at
-    const uchar* end = nullptr;
+    QPNGChunks chunks;
+    const QByteArray* source = nullptr;
+    QImageInfo record;
+    int nextSpan = 0; // the next IDAT chunk to give the inflater
     int width = 0;
     int height = 0;
     int channels = 0;
     int done = 0;
     bool broken = false;
-    QByteArray current;  // the filter byte and the row as stored
-    QByteArray previous; // the row before, unfiltered
+    QByteArray current;  // the filter byte and the row as stored, then unfiltered
+    QByteArray previous; // the row before, unfiltered, with its filter byte
 };

@@ -1,6 +1,10 @@
 #include "QCliApplication.h"
 
+#include "QModelTables.h"
+
 #include <QCoreApplication>
+
+#include <optional>
 
 QCliApplication::QCliApplication() = default;
 QCliApplication::~QCliApplication() = default;
@@ -68,6 +72,8 @@ int QCliApplication::run(const QStringList& arguments, QTextStream& out, QTextSt
         out << "usage: " << command->usage() << Qt::endl;
         return CliSuccess;
     }
+    std::optional<QModelTables> tables;
+    if (command->readsText()) tables.emplace();
     const int status = command->run(context);
     out.flush();
     err.flush();

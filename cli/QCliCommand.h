@@ -16,4 +16,7 @@ public:
     // The full usage, shown by "tavrel-cli help NAME" and on a usage error.
     virtual QString usage() const = 0;
     virtual int run(QCliContext& context) = 0;
+    // Whether the command reads text documents (DEF, AIR, CMD, CNS and the like), for which the text
+    // element tables are set up before it runs; the others start without them.
+    virtual bool readsText() const { return true; }
 };

@@ -11,4 +11,5 @@ public:
     QString summary() const override;
     QString usage() const override;
     int run(QCliContext& context) override;
+    bool readsText() const override { return false; }
 };

@@ -5,6 +5,7 @@
 #include "QSFFFormat.h"
 #include "QSFFInfo.h"
 #include "QSprite.h"
+#include "QSpriteImageRecord.h"
 #include "QSpritePalette.h"
 #include "QSprites.h"
 
@@ -17,7 +18,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include <zlib.h>
+#include <libdeflate.h>
 
 namespace {
 
@@ -50,6 +51,29 @@ public:
     quint32 mugenVersion() const override { return 0x1010000; }
     QMessageList* messageList() const override { return nullptr; }
 };
+
+// The CRC-32 of a sprite's pixels as QSFFInfo::pixels gives them (indexed rows without their padding,
+// any other form as RGBA8888), taken from the decoded block without first copying it into an image.
+bool pixelsCrc(const QSpriteImageRecord& record, quint32* crc)
+{
+    const QImageInfo& info = record.info;
+    const QByteArray raw = record.decoded();
+    if (raw.isEmpty() || raw.size() != info.rawSize()) return false;
+    const auto* bits = reinterpret_cast<const uchar*>(raw.constData());
+    quint32 sum = 0;
+    if (info.imageFormat() == QImage::Format_Indexed8) {
+        for (int y = 0; y < info.height; ++y)
+            sum = libdeflate_crc32(sum, bits + y * info.bytesPerLine(), size_t(info.rowBytes()));
+    } else {
+        const QImage view(bits, info.width, info.height, info.bytesPerLine(), info.imageFormat());
+        const QImage rgba = view.convertToFormat(QImage::Format_RGBA8888);
+        if (rgba.isNull()) return false;
+        for (int y = 0; y < rgba.height(); ++y)
+            sum = libdeflate_crc32(sum, rgba.constScanLine(y), size_t(rgba.width()) * 4);
+    }
+    *crc = sum;
+    return true;
+}
 
 bool typeNamed(const QString& name, QProjectType* type)
 {
@@ -196,11 +220,21 @@ int QCliSffCommand::decode(QCliContext& context, QSprites& sprites, bool json)
     timer.start();
     QList<QPair<int, quint32>> sums;
     int failed = 0;
+    // Sprites that share pixels share their record: each record is decoded once.
+    QHash<const QSpriteImageRecord*, quint32> known;
     for (uint i = 0; i < sprites.count(); ++i) {
-        const QByteArray pixels = QSFFInfo::pixels(*sprites.at(i));
-        if (pixels.isEmpty()) ++failed;
-        const quint32 crc = quint32(crc32(
-            crc32(0, nullptr, 0), reinterpret_cast<const Bytef*>(pixels.constData()), uInt(pixels.size())));
+        const QSpriteImageRecord* record = sprites.at(i)->imageRecord();
+        quint32 crc = 0;
+        if (!record) {
+            ++failed;
+        } else if (const auto it = known.constFind(record); it != known.constEnd()) {
+            crc = it.value();
+        } else if (pixelsCrc(*record, &crc)) {
+            known.insert(record, crc);
+        } else {
+            crc = 0;
+            ++failed;
+        }
         sums.append({int(i), crc});
     }
     const double milliseconds = double(timer.nsecsElapsed()) / 1e6;

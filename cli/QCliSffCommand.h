@@ -14,6 +14,7 @@ public:
     QString summary() const override;
     QString usage() const override;
     int run(QCliContext& context) override;
+    bool readsText() const override { return false; }
 
 private:
     int info(QCliContext& context, QSprites& sprites, bool json);

@@ -11,6 +11,7 @@ public:
     QString summary() const override;
     QString usage() const override;
     int run(QCliContext& context) override;
+    bool readsText() const override { return false; }
 
     // Reads a sound file into the model and writes it back; for "resave".
     static bool resave(const QString& input, const QString& output, QString* problem);

@@ -2,7 +2,10 @@
 
 #include "CliTest.h"
 #include "QLZ5Codec.h"
+#include "QProjectContext.h"
 #include "QRLE8Codec.h"
+#include "QSFFInfo.h"
+#include "QSprites.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -94,6 +97,19 @@ QByteArray sampleFile(int group = 0)
     put32(header, 60, quint32(528 + 84 + ldata.size()));
     return header + palette + nodes + ldata;
 }
+
+// The kind of content that a file is read for, as "sff --type" names it.
+class KindOnly : public QProjectContext
+{
+public:
+    explicit KindOnly(QProjectType kind) : kind(kind) {}
+    QProjectType projectType() const override { return kind; }
+    quint32 mugenVersion() const override { return 0x1010000; }
+    QMessageList* messageList() const override { return nullptr; }
+
+private:
+    QProjectType kind;
+};
 
 } // namespace
 
@@ -253,6 +269,49 @@ private Q_SLOTS:
         const QString copy = dir.filePath("kfm-copy.sff");
         QCOMPARE(run({"sff", "convert", path, copy}).exitCode, 0);
         QCOMPARE(run({"sff", "decode", copy}).out.section('\n', 0, -3), decode.out.section('\n', 0, -3));
+    }
+
+    void decodeSumsThePixels_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("PNG8 and PNG32, shared and linked sprites") << "kof-h-cjk/chars/Chang/Chang.sff"
+                                                                   << "character";
+        QTest::newRow("PNG32") << "ikemen-screenpack/data/fight.sff"
+                               << "system";
+        QTest::newRow("PNG24, PNG8 and LZ5") << "ikemen-screenpack/stages/stageZ.sff"
+                                             << "stage";
+        QTest::newRow("LZ5, version 2.00") << "ikemen-go-2019/data/continue.sff"
+                                           << "storyboard";
+        QTest::newRow("PCX, version 1.01") << "elecbyte-mugen11/chars/kfm/intro.sff"
+                                           << "storyboard";
+    }
+
+    // The sums that decode prints without making an image of each sprite are those of the pixels as the
+    // model gives them: indexed rows without padding, true colour as RGBA.
+    void decodeSumsThePixels()
+    {
+        TAVREL_REQUIRE_TESTDATA();
+        QFETCH(QString, file);
+        QFETCH(QString, kind);
+        const QString path = TestData::root() + QLatin1Char('/') + file;
+        if (!QFile::exists(path)) QSKIP("the file is not in the test data");
+        const Result decode = run({"sff", "decode", path, "--type", kind});
+        QCOMPARE(decode.exitCode, 0);
+        const QStringList lines = decode.out.split('\n', Qt::SkipEmptyParts);
+        KindOnly project(kind == QLatin1String("character") ? Character
+                         : kind == QLatin1String("stage")   ? Stage
+                         : kind == QLatin1String("system")  ? SystemScreen
+                                                            : Storyboard);
+        QSprites sprites(&project, 0, false);
+        QVERIFY(sprites.fromFile(path));
+        QCOMPARE(lines.size(), qsizetype(sprites.count()) + 1);
+        for (uint i = 0; i < sprites.count(); ++i) {
+            const QByteArray pixels = QSFFInfo::pixels(*sprites.at(i));
+            const quint32 crc =
+                quint32(crc32(0, reinterpret_cast<const Bytef*>(pixels.constData()), uInt(pixels.size())));
+            QCOMPARE(lines.at(i), QStringLiteral("%1\t%2").arg(i).arg(crc, 8, 16, QLatin1Char('0')));
+        }
     }
 };
 

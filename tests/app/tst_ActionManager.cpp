@@ -144,6 +144,17 @@ QList<Family> families()
           QActionInfo::SoundsScope},
          names("org_up org_down org_up_10 org_down_10 org_top org_bottom org_auto")},
         {{QActionInfo::AnimationsScope}, names("thumb_add thumb_add_all thumb_new thumb_new_all thumb_save")},
+        {{QActionInfo::AnimationsScope},
+         names("air_new air_open air_save air_saveas air_text_mode air_add air_delete air_duplicate "
+               "air_edit_text air_save_gif air_play air_stop air_frame_add air_frame_delete "
+               "air_frameall_time air_frameall_flip air_frameall_trans air_frame_align air_clsn_add1 "
+               "air_clsn_add2 air_clsn_del air_clsn_delall air_clsn_delall_anim air_clsn_type "
+               "air_clsn_default air_clsn_prev air_clsn_allinst air_import_proj air_pos_left air_pos_up "
+               "air_pos_right air_pos_down air_prev_anim air_next_anim air_prev_frame air_next_frame")},
+        {{QActionInfo::SoundsScope},
+         names("snd_new snd_open snd_save snd_saveas snd_add snd_delete snd_openwav snd_savewav "
+               "snd_duplicate snd_delete_grp snd_rename_grp snd_play snd_play_loop snd_stop snd_export "
+               "snd_import snd_import_proj snd_prev_grp snd_next_grp snd_prev snd_next")},
     };
 }
 

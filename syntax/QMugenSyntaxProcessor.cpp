@@ -63,6 +63,8 @@ void QMugenSyntaxProcessor::highlightBlock(const QString& text)
     m_letterRun = true;
     m_token = QMugenToken();
     m_bufferLength = 0;
+    m_nesting = 0;
+    m_tooDeep = false;
 
     const int previous = previousBlockState();
     bool isHeader = false;
@@ -87,6 +89,10 @@ void QMugenSyntaxProcessor::highlightBlock(const QString& text)
             }
             error(start, start + length, tr("Syntax error - code ends before line"));
         }
+        if (m_tooDeep) {
+            m_tooDeep = false;
+            error(m_tooDeepStart, m_tooDeepEnd, tr("Expression nested too deeply"));
+        }
     }
     underlineMessages();
     storeFindings(data);
@@ -101,7 +107,7 @@ void QMugenSyntaxProcessor::highlightBlock(const QString& text)
 
 void QMugenSyntaxProcessor::error(int start, int end, const QString& text)
 {
-    if (!isChecking()) return;
+    if (!isChecking() || m_tooDeep) return;
     m_messages.append(QSyntaxMessage{SyntaxError, start, end, text});
 }
 
@@ -112,11 +118,13 @@ void QMugenSyntaxProcessor::errorAtToken(const QString& text)
 
 void QMugenSyntaxProcessor::warning(int start, int end, const QString& text)
 {
+    if (m_tooDeep) return;
     m_messages.append(QSyntaxMessage{SyntaxWarning, start, end, text});
 }
 
 void QMugenSyntaxProcessor::notice(int start, int end, const QString& text)
 {
+    if (m_tooDeep) return;
     m_messages.append(QSyntaxMessage{SyntaxNotice, start, end, text});
 }
 

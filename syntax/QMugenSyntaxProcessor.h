@@ -113,6 +113,7 @@ private:
     void triggerConstant(const QString& lowerName);
     void comparison();
     void signedInt();
+    void abandonNesting();
 
     // Folding.
     void computeFoldLevel(QTextEditorBlockData* data, const QString& text, bool isHeader);
@@ -130,6 +131,8 @@ private:
     bool m_expressionMode = false;
     bool m_letterRun = true;
     QMugenToken m_token;
+    // Where the current token really begins: the packed word cuts columns beyond its field.
+    int m_tokenPos = 0;
     QChar m_buffer[513];
     int m_bufferLength = 0;
     QString m_lower;
@@ -137,4 +140,11 @@ private:
     int m_state = 0;
     int m_messageMark = 0;
     int m_valueStart = 0;
+
+    // Nesting of the expression in hand, and where it went too deep: from there on the line is only read
+    // to its end, and no finding but that one is reported for it.
+    int m_nesting = 0;
+    bool m_tooDeep = false;
+    int m_tooDeepStart = 0;
+    int m_tooDeepEnd = 0;
 };

@@ -14,6 +14,19 @@ using namespace QMugenSyntaxText;
 
 namespace {
 
+// Every level of brackets, signs and negations runs through all levels of the grammar once more. Real
+// triggers nest a dozen levels at most; the stack of a thread holds some thousands.
+constexpr int maxNesting = 256;
+
+struct Descent
+{
+    int& depth;
+    explicit Descent(int& nesting) : depth(++nesting) {}
+    ~Descent() { --depth; }
+    Descent(const Descent&) = delete;
+    Descent& operator=(const Descent&) = delete;
+};
+
 bool isComparison(int kind)
 {
     return kind == MugenTkEqual || kind == MugenTkNotEqual || kind == MugenTkLess ||
@@ -127,6 +140,11 @@ void QMugenSyntaxProcessor::product()
 
 void QMugenSyntaxProcessor::unary()
 {
+    if (m_nesting >= maxNesting) {
+        abandonNesting();
+        return;
+    }
+    const Descent descent(m_nesting);
     switch (m_token.kind()) {
     case MugenTkInteger:
     case MugenTkFloat:
@@ -193,6 +211,7 @@ void QMugenSyntaxProcessor::trigger()
 {
     const int start = m_token.start();
     int end = m_token.end();
+    const QStringView blockName(m_text + m_tokenPos, m_token.length());
     const bool isIdentifier = m_token.is(MugenTkIdentifier);
     const QString name = isIdentifier ? QString() : tokenText().toString();
     if (isIdentifier) lowerTokenText();
@@ -201,9 +220,7 @@ void QMugenSyntaxProcessor::trigger()
     if (isIdentifier && m_vocabulary) info = matchName(m_vocabulary->triggers(), m_lower, &end);
     if (!info) {
         // Identifiers are read from the block itself, so the name costs nothing until it is reported.
-        error(start, end,
-              tr("Unknown trigger '%1'")
-                  .arg(isIdentifier ? QStringView(m_text + start, end - start) : QStringView(name)));
+        error(start, end, tr("Unknown trigger '%1'").arg(isIdentifier ? blockName : QStringView(name)));
         return;
     }
     if (mugenVersion() < info->minver) {
@@ -278,14 +295,25 @@ void QMugenSyntaxProcessor::trigger()
         triggerValue(*info);
         break;
     case MugenConst: {
-        const QString lowerName =
-            QStringView(m_text + start, qMin(end, m_length) - start).toString().toLower();
+        const QString lowerName = blockName.toString().toLower();
         triggerConstant(lowerName);
         break;
     }
     default:
         break;
     }
+}
+
+// The rest of the line is not read as an expression: every level that unwinds would only add a finding
+// about the closing it misses.
+void QMugenSyntaxProcessor::abandonNesting()
+{
+    if (!m_tooDeep) {
+        m_tooDeep = true;
+        m_tooDeepStart = m_token.start();
+        m_tooDeepEnd = m_token.end();
+    }
+    skipToEnd();
 }
 
 void QMugenSyntaxProcessor::comparison()

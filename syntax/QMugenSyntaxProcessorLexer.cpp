@@ -21,11 +21,13 @@ void QMugenSyntaxProcessor::next()
     m_bufferLength = 0;
     if (m_atEnd) {
         m_token = QMugenToken(MugenTkEnd, m_endColumn, 0);
+        m_tokenPos = m_endColumn;
         return;
     }
     while (m_pos < m_length && isBlank(m_text[m_pos]))
         ++m_pos;
     const int start = m_pos;
+    m_tokenPos = start;
     auto at = [this](int i) { return i < m_length ? m_text[i] : QChar(); };
     const QChar c = at(m_pos);
     auto finishEnd = [this](int column) {

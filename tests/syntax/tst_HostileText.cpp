@@ -1,0 +1,178 @@
+// Text nobody would write by hand, as a broken tool or an attacker may: nesting far beyond any real
+// trigger, lines of megabytes, NUL characters and bytes that aren't UTF-8. The checker must give its
+// findings at the right line and carry on, in the editor as in "tavrel-cli lint".
+
+#include "CliRunner.h"
+#include "MugenSyntaxTestSupport.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace MugenSyntaxTest;
+
+namespace {
+
+const QString statePrefix =
+    QStringLiteral("[Statedef 200]\ntype = S\n\n[State 200, 1]\ntype = VarSet\ntrigger1 = 1\n");
+// The line of the state text that a row's line takes, counted from 0.
+const int rowLine = 6;
+
+QString repeated(const char* piece, int count)
+{
+    return QString::fromLatin1(piece).repeated(count);
+}
+
+QString nested(const char* open, const char* inner, const char* close, int count)
+{
+    return repeated(open, count) + QLatin1String(inner) + repeated(close, count);
+}
+
+// Messages whose text begins so; a token's text is cut after 1023 characters.
+QList<QSyntaxMessage> beginningWith(const QList<QSyntaxMessage>& messages, const QString& text)
+{
+    QList<QSyntaxMessage> result;
+    for (const QSyntaxMessage& message : messages)
+        if (message.text.startsWith(text)) result << message;
+    return result;
+}
+
+} // namespace
+
+class tst_HostileText : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+
+private slots:
+    // Every construct of the expression grammar that nests, far too deep: one finding where the nesting
+    // went beyond the bound, and the lines after it are checked as usual.
+    void deepNesting_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("column");
+
+        // The bound is met at the 257th level; the columns are those of the token that met it.
+        QTest::newRow("50,000 parentheses") << "trigger2 = " + nested("(", "1", ")", 50000) << 11 + 256;
+        QTest::newRow("1,000,000 parentheses") << "trigger2 = " + nested("(", "1", ")", 1000000) << 11 + 256;
+        QTest::newRow("unclosed parentheses") << "trigger2 = " + repeated("(", 100000) << 11 + 256;
+        QTest::newRow("negations") << "trigger2 = " + repeated("!", 100000) + "1" << 11 + 256;
+        QTest::newRow("signs and negations") << "trigger2 = " + repeated("-!", 50000) + "1" << 11 + 256;
+        QTest::newRow("intervals") << "trigger2 = " + nested("(1,", "1", "]", 50000) << 12 + 3 * 255;
+        QTest::newRow("trigger arguments") << "trigger2 = " + nested("var(", "1", ")", 50000) << 11 + 4 * 256;
+        QTest::newRow("redirections") << "trigger2 = " + repeated("root,", 50000) + "time" << 11 + 5 * 256;
+        QTest::newRow("redirections with an argument")
+            << "trigger2 = " + nested("helper(", "1", "),time", 50000) << 11 + 7 * 256;
+        QTest::newRow("parameter value") << "v = " + nested("(", "1", ")", 50000) << 4 + 256;
+        QTest::newRow("bracketed parameter name")
+            << "var(" + nested("(", "1", ")", 50000) + ") = 1" << 4 + 256;
+        QTest::newRow("deep and long") << "trigger2 = " + repeated("1+(", 50000) << 14 + 3 * 255;
+    }
+
+    void deepNesting()
+    {
+        QFETCH(QString, line);
+        QFETCH(int, column);
+        const Checked checked = check(statePrefix + line + QStringLiteral("\nvalue = tme\n"));
+        const QList<QSyntaxMessage> messages = checked.messages(rowLine);
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(messages.first().kind, int(SyntaxError));
+        QCOMPARE(messages.first().text, QStringLiteral("Expression nested too deeply"));
+        QCOMPARE(messages.first().start, column);
+        QCOMPARE(describe(checked.messages(rowLine + 1)), QStringList{"9:error:Unknown trigger 'tme'"});
+        QCOMPARE(describe(checked.messages(rowLine - 1)), QStringList());
+    }
+
+    // Nesting that real files have stays silent, right up to the bound.
+    void nestingWithinBound_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("parentheses") << "trigger2 = " + nested("(", "1", ")", 255);
+        QTest::newRow("trigger arguments") << "trigger2 = " + nested("abs(", "time", ")", 255);
+        QTest::newRow("long flat sum") << "trigger2 = " + repeated("1+", 200000) + "1";
+    }
+
+    void nestingWithinBound()
+    {
+        QFETCH(QString, line);
+        const Checked checked = check(statePrefix + line + QLatin1Char('\n'));
+        QCOMPARE(describe(checked.messages(rowLine)), QStringList());
+    }
+
+    // Lines no editor shows in one piece, and characters that aren't text: findings where they belong,
+    // none of them a crash.
+    void oddLines_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("finding");
+
+        QTest::newRow("identifier of two million letters")
+            << "trigger2 = " + repeated("a", 2000000) << "Unknown trigger '" + repeated("a", 1000);
+        QTest::newRow("comment of two million characters") << "; " + repeated("x(", 1000000) << QString();
+        QTest::newRow("string of two million characters")
+            << "trigger2 = command = \"" + repeated("x", 2000000) + "\"" << QString();
+        QTest::newRow("unterminated string of two million characters")
+            << "trigger2 = command = \"" + repeated("x", 2000000) << QStringLiteral("Unexpected token ''");
+        QTest::newRow("tokens far beyond column 65535")
+            << "trigger2 = " + repeated("1 + ", 100000) + "tme" << QStringLiteral("Unknown trigger 'tme'");
+        QTest::newRow("NUL ends the line")
+            << QStringLiteral("trigger2 = time") + QChar(0) + "tme" << QString();
+        QTest::newRow("NUL alone") << QString(QChar(0)) << QString();
+        QTest::newRow("lone surrogates") << QStringLiteral("trigger2 = ") + QChar(0xd800) + QChar(0xdfff)
+                                         << QStringLiteral("Unexpected token '%1'").arg(QChar(0xd800));
+        QTest::newRow("replacement characters")
+            << QStringLiteral("trigger2 = \uFFFD\uFFFD") << QStringLiteral("Unexpected token '\uFFFD'");
+    }
+
+    void oddLines()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, finding);
+        const Checked checked = check(statePrefix + line + QStringLiteral("\nvalue = tme\n"));
+        const QList<QSyntaxMessage> messages = checked.messages(rowLine);
+        if (finding.isEmpty())
+            QCOMPARE(describe(messages), QStringList());
+        else
+            QVERIFY(!beginningWith(messages, finding).isEmpty());
+        for (const QSyntaxMessage& message : messages) {
+            QVERIFY(message.start >= 0);
+            QVERIFY(message.start <= message.end);
+        }
+        QCOMPARE(describe(checked.messages(rowLine + 1)), QStringList{"9:error:Unknown trigger 'tme'"});
+    }
+
+    // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that
+    // aren't UTF-8 all end in a list of findings.
+    void lint_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("finding");
+
+        const QByteArray prefix = statePrefix.toUtf8();
+        QTest::newRow("50,000 parentheses")
+            << prefix + "trigger2 = " + QByteArray(50000, '(') + "1" + QByteArray(50000, ')') + "\n"
+            << QStringLiteral(":7:268: error: Expression nested too deeply");
+        QTest::newRow("NUL bytes") << prefix + QByteArray("trigger2 = \0\0tme\nvalue = tme\n", 30)
+                                   << QStringLiteral(":8:9: error: Unknown trigger 'tme'");
+        QTest::newRow("invalid UTF-8") << prefix + "trigger2 = \xff\xfe\xc3(\x80\x80\nvalue = tme\n"
+                                       << QStringLiteral(":8:9: error: Unknown trigger 'tme'");
+    }
+
+    void lint()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, finding);
+        const QString path = m_dir.filePath(QStringLiteral("hostile.cns"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        file.close();
+        const CliRunner::Result result = CliRunner::run({QStringLiteral("lint"), path});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(result.out.contains(path + finding), qPrintable(result.out.left(2000)));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_HostileText)
+#include "tst_HostileText.moc"

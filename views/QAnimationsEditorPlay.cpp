@@ -1,0 +1,97 @@
+// Playback: a tick loop at the game's 60 ticks a second inside playChanged(true), serving events
+// between ticks, until stop, a forced stop or the editor going away clears the flag.
+
+#include "QAnimation.h"
+#include "QAnimationFrame.h"
+#include "QAnimations.h"
+#include "QAnimationsEditor.h"
+#include "QSprRender.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QThread>
+
+void QAnimationsEditor::playChanged(bool on)
+{
+    if (!on) {
+        stopChanged();
+        return;
+    }
+    if (playing || !currentAction() || currentAction()->frameCount() == 0 || textMode) {
+        emit playChecked(playing);
+        return;
+    }
+    emit flushFields();
+    if (drawingType >= 0) clsnModeExit();
+    playing = true;
+    emit playChecked(true);
+    player.start(currentAction(), qMax(0, framePosition()));
+    QPointer<QAnimationsEditor> self(this);
+    QElapsedTimer timer;
+    timer.start();
+    double budget = 0;
+    qint64 rateMs = 0;
+    int rateTicks = 0;
+    int rate = QAnimationPlayer::TicksPerSecond;
+    emit rateText(tr("%1 FPS").arg(rate));
+    while (self && playing) {
+        // The action is read afresh each tick: it may have been edited, or be gone.
+        QAnimation* action = currentAction();
+        if (!action || action->frameCount() == 0) break;
+        player.tick();
+        showLook(player.look());
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        if (!self) return;
+        budget += QAnimationPlayer::TickMs;
+        const qint64 elapsed = timer.elapsed();
+        if (budget > double(elapsed)) QThread::msleep(ulong(budget - double(elapsed)));
+        const qint64 passed = timer.restart();
+        budget -= double(passed);
+        rateMs += passed;
+        ++rateTicks;
+        if (rateMs >= 1000) {
+            rate = int(rateTicks * 1000 / rateMs);
+            rateMs = 0;
+            rateTicks = 0;
+            emit rateText(tr("%1 FPS").arg(rate));
+        }
+    }
+    if (!self) return;
+    playing = false;
+    player.stop();
+    emit playChecked(false);
+    emit rateText(QString());
+    // The form shows the frame the playing stopped at.
+    updateSel();
+}
+
+void QAnimationsEditor::showLook(const QAnimationPlayer::Look& look)
+{
+    QAnimation* action = currentAction();
+    if (!action || look.frame < 0) return;
+    const bool changed = action->currentFrameIndex != uint(look.frame);
+    action->currentFrameIndex = uint(look.frame);
+    if (formActive && view()->frame() != action->frameAt(uint(look.frame)))
+        view()->setFrame(look.frame);
+    else if (formActive)
+        view()->refresh();
+    if (!changed) return;
+    ++block;
+    emit setFrameSelPos(look.frame);
+    emit setFramePosText(QStringLiteral("%1 / %2 - %3 ticks")
+                             .arg(look.frame + 1)
+                             .arg(action->frameCount())
+                             .arg(tickSum(action, look.frame)));
+    --block;
+}
+
+void QAnimationsEditor::stopChanged()
+{
+    playing = false;
+}
+
+void QAnimationsEditor::forceStop()
+{
+    playing = false;
+}

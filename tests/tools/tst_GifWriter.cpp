@@ -889,7 +889,7 @@ void tst_GifWriter::realActions()
     QAirDocument document(QString::fromLatin1(air.readAll()));
     QVERIFY(document.model.count() > 100);
 
-    int checkedFrames = 0, flipped = 0, looped = 0;
+    int checkedFrames = 0, flipped = 0, looped = 0, qtFrames = 0;
     for (int a = 0; a < document.model.count(); ++a) {
         const QAnimation* action = document.model.at(uint(a));
         QGifWriter writer;
@@ -915,6 +915,8 @@ void tst_GifWriter::realActions()
             if (frame->time >= 0 && cs(ticks) == cs(start)) continue;
             QVERIFY(read < gif.frames.size());
             const ReadFrame& out = gif.frames.at(read++);
+            QCOMPARE(out.transparent, 0);
+            QCOMPARE(out.disposal, 2);
             if (frame->time < 0) {
                 QCOMPARE(out.delay, 0xFFFF);
             } else {
@@ -948,11 +950,21 @@ void tst_GifWriter::realActions()
             if (ended) break;
         }
         QCOMPARE(read, gif.frames.size());
+        // Every tenth action also through Qt's reader, picture for picture.
+        QBuffer buffer;
+        buffer.setData(writer.data());
+        auto reader = a % 10 == 0 ? qtReader(buffer) : nullptr;
+        for (int i = 0; reader && i < gif.frames.size(); ++i) {
+            const QImage qt = reader->read();
+            QCOMPARE(compareWithQt(qt, composed(gif, gif.frames.at(i))), QString());
+            ++qtFrames;
+        }
         if (ticks > 0 && gif.frames.last().delay != 0xFFFF) QVERIFY(std::abs(sum - ticks * 100.0 / 60) <= 1);
     }
     QVERIFY(checkedFrames > 500);
     QVERIFY(flipped > 3);
     QVERIFY(looped > 3);
+    if (QImageReader::supportedImageFormats().contains("gif")) QVERIFY(qtFrames > 50);
 }
 
 QTEST_MAIN(tst_GifWriter)

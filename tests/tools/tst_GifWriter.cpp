@@ -770,6 +770,12 @@ void tst_GifWriter::palettes()
     QCOMPARE(chosen.packed, 0xF7);
     QCOMPARE(chosen.global, rgb(second));
     QCOMPARE(chosen.frames.at(0).indices, indicesOf(numbered()));
+
+    // A link of the remap table shows the palette it names in place of the chosen one.
+    set.sprites.remapModel()->addRow();
+    set.sprites.remapModel()->setRow(0, 1, 2, 1, 1);
+    const ReadGif linked = readGif(gifOf("[Begin Action 1]\n0,2, 0,0, 5\n", set, nullptr, index));
+    QCOMPARE(linked.global, rgb(first));
 }
 
 void tst_GifWriter::loopBlock_data()

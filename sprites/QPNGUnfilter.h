@@ -2,9 +2,9 @@
 
 #include <QtGlobal>
 
-// Undoes the per-row filters of PNG (None, Sub, Up, Average, Paeth). The loops are specialised by
-// bytes per pixel: 4 bytes go through one 32-bit word at a time and Paeth through SSE2 where the
-// target has it, since the filtered rows of true-colour sprites are mostly Up and Paeth.
+// Undoes the per-row filters of PNG (None, Sub, Up, Average, Paeth). Rows of 4-byte pixels, the
+// true-colour sprites, go a pixel at a time through SSE2 (SSE4.1 for Paeth where the processor has
+// it), since each pixel depends on the one before; other sizes go byte by byte.
 class QPNGUnfilter
 {
 public:
@@ -20,4 +20,8 @@ public:
     // Unfilters size bytes of row in place; prior is the row above, already unfiltered, or null for
     // the first row of an image or pass. False for a filter type that PNG doesn't define.
     static bool row(uchar type, uchar* row, const uchar* prior, qsizetype size, int bytesPerPixel);
+
+    // Keeps to the instructions that every processor of the target has, so that the tests cover those
+    // paths on any machine.
+    static void setBaselineOnly(bool only);
 };

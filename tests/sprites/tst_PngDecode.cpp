@@ -12,6 +12,7 @@
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QTest>
 #include <QtEndian>
 
@@ -313,12 +314,16 @@ void tst_PngDecode::unfilter_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("bpp");
     QTest::addColumn<bool>("firstRow");
+    QTest::addColumn<bool>("baseline");
     const char* names[] = {"none", "sub", "up", "average", "paeth"};
     for (int type = 0; type < 5; ++type)
         for (int bpp : {1, 2, 3, 4, 6, 8})
             for (bool first : {false, true})
-                QTest::addRow("%s, %d bytes per pixel%s", names[type], bpp, first ? ", first row" : "")
-                    << type << bpp << first;
+                for (bool baseline : {false, true})
+                    if (bpp == 4 || !baseline)
+                        QTest::addRow("%s, %d bytes per pixel%s%s", names[type], bpp,
+                                      first ? ", first row" : "", baseline ? ", baseline instructions" : "")
+                            << type << bpp << first << baseline;
 }
 
 // Every filter type at every pixel size against the specification's words, on rows that wrap around
@@ -328,6 +333,9 @@ void tst_PngDecode::unfilter()
     QFETCH(int, type);
     QFETCH(int, bpp);
     QFETCH(bool, firstRow);
+    QFETCH(bool, baseline);
+    QPNGUnfilter::setBaselineOnly(baseline);
+    const auto restore = qScopeGuard([] { QPNGUnfilter::setBaselineOnly(false); });
     const int size = bpp * 37;
     const QByteArray priorBytes = pixelsFor(size, 1, 1, 3);
     const QByteArray raw = pixelsFor(size, 1, 1, 4);

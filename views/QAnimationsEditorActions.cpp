@@ -9,6 +9,7 @@
 #include "QAnimations.h"
 #include "QAnimationsEditor.h"
 #include "QDialogRunner.h"
+#include "QElementCursor.h"
 #include "QElementTextEditor.h"
 #include "QSyntaxTextEditor.h"
 #include "QTextWorkspace.h"
@@ -104,7 +105,10 @@ void QAnimationsEditor::duplicate()
     const int at = model->currentIndex;
     {
         Block guard(writing);
+        // The copied box lines are renumbered in the same step, so that one undo takes all back.
+        model->beginEdit();
         model->duplicate(uint(at), number);
+        model->endEdit();
     }
     definePos(at + 1, 0);
 }
@@ -398,7 +402,8 @@ void QAnimationsEditor::projImport()
     {
         Block guard(writing);
         model->beginEdit();
-        QTextCursor end(model->editor()->document);
+        // Through the document's guarded cursor: the model reads each piece as it goes in.
+        QElementCursor end(model->editor(), QTextCursor(model->editor()->document));
         for (int row : dialog.rows()) {
             const QAnimation* action = source->at(uint(row));
             if (!action) continue;

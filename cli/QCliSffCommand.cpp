@@ -17,8 +17,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QtEndian>
 
 #include <libdeflate.h>
+
+#include <vector>
 
 namespace {
 
@@ -64,6 +67,18 @@ bool pixelsCrc(const QSpriteImageRecord& record, quint32* crc)
     if (info.imageFormat() == QImage::Format_Indexed8) {
         for (int y = 0; y < info.height; ++y)
             sum = libdeflate_crc32(sum, bits + y * info.bytesPerLine(), size_t(info.rowBytes()));
+    } else if (info.imageFormat() == QImage::Format_ARGB32) {
+        // Both forms are unpremultiplied: the conversion only orders the bytes of each pixel anew.
+        std::vector<quint32> line(info.width);
+        for (int y = 0; y < info.height; ++y) {
+            const auto* pixels = reinterpret_cast<const QRgb*>(bits + y * info.bytesPerLine());
+            for (int x = 0; x < info.width; ++x) {
+                const QRgb v = pixels[x];
+                line[size_t(x)] =
+                    qToLittleEndian((v & 0xFF00FF00u) | ((v >> 16) & 0xFFu) | ((v & 0xFFu) << 16));
+            }
+            sum = libdeflate_crc32(sum, line.data(), line.size() * 4);
+        }
     } else {
         const QImage view(bits, info.width, info.height, info.bytesPerLine(), info.imageFormat());
         const QImage rgba = view.convertToFormat(QImage::Format_RGBA8888);

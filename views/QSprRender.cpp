@@ -87,6 +87,9 @@ QVector<QRgb> tableOf(const QSpritePalette* palette)
 
 QSprRender::QSprRender(QObject* parent) : QRenderer(parent)
 {
+    readAhead.setSingleShot(true);
+    readAhead.setInterval(0);
+    connect(&readAhead, &QTimer::timeout, this, &QSprRender::readNeighbours);
     setCrosshair(0, QString(), QString(), QString());
     setBackground(QColor(96, 96, 128), QColor(16, 16, 32), 0, QPoint(), QString());
 }
@@ -97,6 +100,7 @@ void QSprRender::setSprites(QSprites* sprites)
 {
     if (spriteModel == sprites) return;
     spriteModel = sprites;
+    readAheadFrom = -1;
     imageCache.clear();
     clear();
 }
@@ -173,6 +177,16 @@ void QSprRender::setSprite(int index)
     currentFrame = nullptr;
     loadSpriteImage(sprite, 0);
     refresh();
+    readAheadFrom = sprite ? index : -1;
+    if (sprite) readAhead.start();
+}
+
+void QSprRender::readNeighbours()
+{
+    if (!spriteModel || readAheadFrom < 0) return;
+    for (int index : {readAheadFrom + 1, readAheadFrom - 1})
+        if (const QSprite* neighbour = index >= 0 ? spriteModel->at(uint(index)) : nullptr)
+            imageCache.pixels(neighbour);
 }
 
 void QSprRender::setAction(int index)

@@ -2,6 +2,7 @@
 
 #include "QDecodedImageCache.h"
 #include "QRenderer.h"
+#include "QSprites.h"
 #include "QViewZoom.h"
 
 #include <QColor>
@@ -9,7 +10,9 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPoint>
+#include <QPointer>
 #include <QRect>
+#include <QTimer>
 #include <QVector>
 
 #include <array>
@@ -19,7 +22,6 @@ class QAnimationFrame;
 class QAnimations;
 class QCollisionBox;
 class QSprite;
-class QSprites;
 
 // The one view in which a sprite, or a frame of an action, is shown and edited with the mouse. It
 // draws in one painter pass: gradient backdrop, background image, onion-skin ghost, guide lines, the
@@ -186,6 +188,7 @@ private:
     void loadSpriteImage(QSprite* sprite, int flip);
     void applyPalette();
     void loadOnion();
+    void readNeighbours();
     QPoint viewCentre() const;
     void zoomTo(QPoint newAxis);
     // Painting, in the order of one pass.
@@ -223,7 +226,8 @@ private:
     qint16 sourceAlpha = 256;
     qint16 destinationAlpha = 256;
     QPoint extraAxis{100, -100};
-    QSprites* spriteModel = nullptr;
+    // Borrowed; a closed project's model may go while the view waits to read ahead.
+    QPointer<QSprites> spriteModel;
     QAnimations* actionModel = nullptr;
     QColor backStart;
     QColor backEnd;
@@ -285,4 +289,8 @@ private:
     // The frame's mirroring as the sprite image was loaded with it.
     int loadedFlip = 0;
     QDecodedImageCache imageCache;
+    // Decodes the neighbours of the sprite shown while the event loop idles, so that stepping through
+    // the sprites (a held key) finds the next picture ready.
+    QTimer readAhead;
+    int readAheadFrom = -1;
 };

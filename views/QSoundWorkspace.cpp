@@ -3,9 +3,12 @@
 #include "QQuickFind.h"
 #include "QSoundTable.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QMimeData>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -42,6 +45,10 @@ QSoundWorkspace::QSoundWorkspace(QWidget* parentWidget, QObject* parent)
     layout->addWidget(find);
     find->hide();
     baseSize = view->font().pointSize();
+    // Files dragged from a file manager become sounds where they are dropped.
+    dropTarget = view->viewport();
+    dropTarget->setAcceptDrops(true);
+    dropTarget->installEventFilter(this);
 
     connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {
@@ -58,6 +65,7 @@ QSoundWorkspace::QSoundWorkspace(QWidget* parentWidget, QObject* parent)
 QSoundWorkspace::~QSoundWorkspace()
 {
     tableModel->setSounds(nullptr);
+    if (dropTarget) dropTarget->removeEventFilter(this);
     delete pageWidget;
 }
 
@@ -104,4 +112,43 @@ void QSoundWorkspace::zoomOut()
 void QSoundWorkspace::zoomActual()
 {
     zoomBy(0);
+}
+
+namespace {
+QStringList wavFiles(const QMimeData* data)
+{
+    QStringList files;
+    if (!data || !data->hasUrls()) return files;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile() && url.toLocalFile().endsWith(QLatin1String(".wav"), Qt::CaseInsensitive))
+            files << url.toLocalFile();
+    return files;
+}
+} // namespace
+
+bool QSoundWorkspace::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != dropTarget) return QObject::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        auto* drag = static_cast<QDropEvent*>(event);
+        if (wavFiles(drag->mimeData()).isEmpty()) return false;
+        drag->acceptProposedAction();
+        return true;
+    }
+    case QEvent::Drop: {
+        auto* drop = static_cast<QDropEvent*>(event);
+        const QStringList files = wavFiles(drop->mimeData());
+        if (files.isEmpty()) return false;
+        drop->acceptProposedAction();
+        // The sounds go after the row they were dropped on.
+        const QModelIndex target = view->indexAt(drop->position().toPoint());
+        if (target.isValid()) emit rowPicked(target.row());
+        emit filesDropped(files);
+        return true;
+    }
+    default:
+        return QObject::eventFilter(watched, event);
+    }
 }

@@ -4,12 +4,13 @@
 #include "QQuickFindOption.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 
 class QQuickFind;
 class QSoundTable;
 class QSounds;
 class QTableView;
-class QWidget;
 
 // The page of the main window that the sounds editor shows itself in: the sounds of the file as a
 // table by group and sample with the facts of each WAV, and a search bar under it. The page shows one
@@ -46,8 +47,13 @@ Q_SIGNALS:
     void rowPicked(int row);
     // A double click or Enter on a row: the editor plays it.
     void rowActivated(int row);
+    // WAV files dropped on the list.
+    void filesDropped(const QStringList& files);
     void doFind(const QString& text, const QQuickFindOptions& options);
     void doReplace(const QString& source, const QString& dest, const QQuickFindOptions& options, bool all);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void zoomBy(int steps);
@@ -56,6 +62,8 @@ private:
     QTableView* view;
     QSoundTable* tableModel;
     QQuickFind* find;
+    // The list's viewport, asked for once: the list may be half gone when its last events come.
+    QPointer<QWidget> dropTarget;
     int selecting = 0;
     int zoom = 0;
     int baseSize = 0;

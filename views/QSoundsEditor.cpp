@@ -29,6 +29,7 @@ QSoundsEditor::QSoundsEditor(QSoundWorkspace* workspace, QObject* parent)
         definePos(row);
         startPlaying(false);
     });
+    connect(workspaceOf, &QSoundWorkspace::filesDropped, this, &QSoundsEditor::addWavFiles);
     connect(workspaceOf, &QSoundWorkspace::doFind, this,
             [this](const QString& text, const QQuickFindOptions& options) { find(text, options); });
     connect(workspaceOf, &QSoundWorkspace::doReplace, this,

@@ -100,6 +100,9 @@ public Q_SLOTS:
     void prevSnd();
     void nextSnd();
     void add();
+    // Adds WAV files after the current sound as add() does once its files are chosen (a drop on the
+    // page, ...).
+    void addWavFiles(const QStringList& files);
     void del();
     void openWav();
     void saveWav();

@@ -100,9 +100,13 @@ int QSoundsEditor::addFiles(const QStringList& files)
 void QSoundsEditor::add()
 {
     if (!model) return;
-    QStringList files =
-        QUserDialogs::getOpenFileNames(tr("Add sounds"), startFolder("snd_path"), wavFilter());
-    if (files.isEmpty()) return;
+    addWavFiles(QUserDialogs::getOpenFileNames(tr("Add sounds"), startFolder("snd_path"), wavFilter()));
+}
+
+void QSoundsEditor::addWavFiles(const QStringList& chosen)
+{
+    if (!model || chosen.isEmpty()) return;
+    QStringList files = chosen;
     if (QViewSettings::value("sort_file_names", true).toBool()) {
         std::stable_sort(files.begin(), files.end(), [](const QString& a, const QString& b) {
             return QNaturalOrder::less(QFileInfo(a).fileName(), QFileInfo(b).fileName());

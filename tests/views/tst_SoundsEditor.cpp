@@ -34,6 +34,7 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 #include <QWidget>
 
 #include <functional>
@@ -299,7 +300,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("command");
         for (const char* name :
              {"delete", "duplicate", "group field", "number field", "replace wav", "delete group",
-              "renumber group", "add", "paste", "cut", "import", "project import", "replace all"})
+              "renumber group", "add", "drop", "paste", "cut", "import", "project import", "replace all"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
 
@@ -374,6 +375,28 @@ private Q_SLOTS:
             expected.insert(5, qMakePair(QStringLiteral("5,3"), fresh + "hit10.wav"));
             QCOMPARE(dialogs.calls.last().text,
                      QStringLiteral("These files are no WAV sounds and were passed over:\nnote.txt"));
+        } else if (command == QLatin1String("drop")) {
+            QList<QUrl> urls;
+            for (const char* name : {"b.wav", "a.WAV", "skip.txt"}) {
+                urls << QUrl::fromLocalFile(dir.filePath(QLatin1String(name)));
+                QVERIFY(writeBytes(urls.last().toLocalFile(), fresh + name));
+            }
+            runDialogs<AddSom>([](AddSom*) { return int(QDialog::Accepted); });
+            QMimeData data;
+            data.setUrls(urls);
+            QWidget* viewport = workspace->list()->viewport();
+            const QPointF onFirstRow =
+                workspace->list()->visualRect(workspace->table()->index(0, 0)).center();
+            QDragEnterEvent enter(onFirstRow.toPoint(), Qt::CopyAction, &data, Qt::LeftButton,
+                                  Qt::NoModifier);
+            QApplication::sendEvent(viewport, &enter);
+            QVERIFY(enter.isAccepted());
+            QDropEvent drop(onFirstRow, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(viewport, &drop);
+            // After the row dropped on, in the order people count, past the numbers its group uses.
+            expected.insert(1, qMakePair(QStringLiteral("0,2"), fresh + "a.WAV"));
+            expected.insert(2, qMakePair(QStringLiteral("0,3"), fresh + "b.wav"));
+            QCOMPARE(editor->position(), 1);
         } else if (command == QLatin1String("paste")) {
             editor->copy();
             editor->definePos(0);
@@ -546,6 +569,36 @@ private Q_SLOTS:
         QCOMPARE(lines.at(3), QByteArray::number(sounds->at(0)->sample));
         QCOMPARE(dialogs.calls.at(0).text,
                  QStringLiteral("Tavrel Export (*.tve);;Elecbyte SndMaker (*.def)"));
+    }
+
+    // Sounds that share a group and sample keep a WAV file each, and an empty sound comes back empty.
+    void exportKeepsRepeatsAndEmptySounds()
+    {
+        QSounds sounds;
+        sounds.add(1, 1, wav(1, 8000, 8, 10, 0x01));
+        sounds.add(1, 1, wav(1, 8000, 8, 10, 0x02));
+        sounds.add(1, 1, QByteArray());
+        sounds.add(2, 0, wav(1, 8000, 8, 10, 0x01));
+        QCOMPARE(QSoundTransfer::wavFileNames(sounds),
+                 QStringList({QStringLiteral("1-1.wav"), QStringLiteral("1-1_2.wav"),
+                              QStringLiteral("1-1_3.wav"), QStringLiteral("2-0.wav")}));
+        QTemporaryDir dir;
+        const QString list = dir.filePath(QStringLiteral("all.tve"));
+        bool listWritten = false;
+        QVERIFY(QSoundTransfer::exportTo(sounds, list, &listWritten));
+        QVERIFY(listWritten);
+        QSounds back;
+        QCOMPARE(QSoundTransfer::importFrom(back, list), 4);
+        QCOMPARE(snapshot(back), snapshot(sounds));
+        QVERIFY(!back.at(2)->data);
+        // One undo step takes the whole import back.
+        back.undoStack()->undo();
+        QCOMPARE(back.count(), 0u);
+        // A target that can't be written ends the export before any WAV file is written.
+        QVERIFY(!QSoundTransfer::exportTo(sounds, dir.filePath(QStringLiteral("no/such/folder/x.tve")),
+                                          &listWritten));
+        QVERIFY(!listWritten);
+        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("no/such/folder/1-1.wav"))));
     }
 
     // Save WAV writes the sound's bytes unchanged, and replacing a sound by that file gives the same

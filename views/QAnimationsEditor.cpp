@@ -25,7 +25,8 @@ struct Block
 } // namespace
 
 QAnimationsEditor::QAnimationsEditor(QAnimSpriteWorkspace* sprites, QTextWorkspace* text, QObject* parent)
-    : QTextDocumentEditor(text, parent), spritesPage(sprites), panelWidget(new QAnimationsPanel(this))
+    : QTextDocumentEditor(text, parent), spritesPage(sprites), render(sprites->view()),
+      panelWidget(new QAnimationsPanel(this))
 {
     restoredAction = QViewSettings::value("air_sel", -1).toInt();
     restoredFrame = QViewSettings::value("air_frame_sel", 0).toInt();
@@ -41,11 +42,6 @@ QAnimationsEditor::~QAnimationsEditor()
     formActive = false;
     bind(nullptr, nullptr, nullptr);
     delete panelWidget;
-}
-
-QSprRender* QAnimationsEditor::view() const
-{
-    return spritesPage->view();
 }
 
 QWidget* QAnimationsEditor::dialogParent()
@@ -81,7 +77,7 @@ void QAnimationsEditor::bind(QAnimations* animations, QSprites* sprites,
     }
     emit enabled(model != nullptr);
     emit enableNew(model != nullptr);
-    if (formActive) {
+    if (viewShown() && spritesPage) {
         spritesPage->bind(model, spriteModel);
         view()->setRenderMode(QSprRender::AnimationMode);
         view()->setContentsHidden(!model);
@@ -97,7 +93,7 @@ void QAnimationsEditor::activate()
         return;
     }
     formActive = true;
-    QSprRender* render = view();
+    if (!viewShown() || !spritesPage) return;
     render->setRenderMode(QSprRender::AnimationMode);
     spritesPage->bind(model, spriteModel);
     render->setContentsHidden(!model);
@@ -179,7 +175,7 @@ void QAnimationsEditor::updated()
 {
     // The view's own writes and the editor's own ones are shown already; a refresh would also drop the
     // view's box selection in the middle of its work.
-    if (writing > 0 || view()->isUpdating() || playing) return;
+    if (writing > 0 || (render && render->isUpdating()) || playing) return;
     updateSel();
 }
 
@@ -256,7 +252,7 @@ void QAnimationsEditor::showAction(int position, int frame)
 {
     QAnimation* action = model && position >= 0 ? model->at(uint(position)) : nullptr;
     if (model) model->currentIndex = action ? position : 0;
-    if (formActive) {
+    if (viewShown()) {
         view()->setContentsHidden(!model);
         view()->setAction(action ? position : -1);
     }
@@ -281,7 +277,7 @@ void QAnimationsEditor::showFrame(int index)
     if (action && action->frameCount() > 0) index = qBound(0, index, action->frameCount() - 1);
     QAnimationFrame* frame = action && index >= 0 ? action->frameAt(uint(index)) : nullptr;
     if (action) action->currentFrameIndex = frame ? uint(index) : 0;
-    if (formActive) view()->setFrame(frame ? index : -1);
+    if (viewShown()) view()->setFrame(frame ? index : -1);
     Block guard(block);
     emit frameEnabled(frame != nullptr);
     emit setFrameMaximum(action ? action->frameCount() : 0);
@@ -341,7 +337,7 @@ void QAnimationsEditor::resetFrameFields()
 
 void QAnimationsEditor::refreshView()
 {
-    if (!formActive) return;
+    if (!viewShown()) return;
     QAnimation* action = currentAction();
     view()->setFrame(action && currentFrame() ? int(action->currentFrameIndex) : -1);
 }
@@ -377,7 +373,7 @@ void QAnimationsEditor::updateFromText()
 void QAnimationsEditor::cursorChanged(QPoint position)
 {
     Q_UNUSED(position);
-    emit statusText(spritesPage->statusText());
+    if (spritesPage) emit statusText(spritesPage->statusText());
 }
 
 void QAnimationsEditor::orgChanged()

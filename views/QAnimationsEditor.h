@@ -1,7 +1,9 @@
 #pragma once
 
+#include "QAnimSpriteWorkspace.h"
 #include "QAnimationPlayer.h"
 #include "QAnimations.h"
+#include "QSprRender.h"
 #include "QSprites.h"
 #include "QTextDocumentEditor.h"
 
@@ -14,12 +16,10 @@
 
 #include <functional>
 
-class QAnimSpriteWorkspace;
 class QAnimation;
 class QAnimationFrame;
 class QAnimations;
 class QAnimationsPanel;
-class QSprRender;
 class QSprites;
 class QTextWorkspace;
 
@@ -43,7 +43,7 @@ public:
     void bind(QAnimations* animations, QSprites* sprites, QMap<QString, QString>* variables);
     QAnimations* animations() const { return model; }
     QAnimationsPanel* controls() const { return panelWidget; }
-    QAnimSpriteWorkspace* spriteWorkspace() const { return spritesPage; }
+    QAnimSpriteWorkspace* spriteWorkspace() const { return spritesPage.data(); }
     // Other open projects an import may take from, by their shown names.
     void setImportSources(const QList<QPair<QString, QAnimations*>>& sources) { importSources = sources; }
     // Loads the actions of a file chosen for an import (an AIR file, or the definitions naming one);
@@ -224,7 +224,9 @@ protected:
     static QWidget* dialogParent();
 
 private:
-    QSprRender* view() const;
+    QSprRender* view() const { return render.data(); }
+    // Whether the view shows this editor's frames now.
+    bool viewShown() const { return formActive && render; }
     void showAction(int position, int frame);
     void showFrame(int frame);
     void resetFrameFields();
@@ -237,7 +239,9 @@ private:
     bool frameWritable() const;
     void showLook(const QAnimationPlayer::Look& look);
 
-    QAnimSpriteWorkspace* spritesPage;
+    // Both belong to the window's sprite side, which may go first when the window closes.
+    QPointer<QAnimSpriteWorkspace> spritesPage;
+    QPointer<QSprRender> render;
     QPointer<QAnimations> model;
     QPointer<QSprites> spriteModel;
     QMap<QString, QString>* variables = nullptr;

@@ -39,7 +39,7 @@ void QAnimationsEditor::drawBoxes(int type, bool on)
     // Only one kind is drawn at a time; the other command unchecks.
     if (drawingType >= 0 && drawingType != type) emit clsnDrawing(drawingType, false);
     drawingType = on ? type : (drawingType == type ? -1 : drawingType);
-    view()->setBoxDrawing(drawingType >= 0, qMax(0, drawingType));
+    if (view()) view()->setBoxDrawing(drawingType >= 0, qMax(0, drawingType));
     emit clsnDrawing(type, on);
 }
 
@@ -57,13 +57,13 @@ void QAnimationsEditor::clsnModeExit()
 {
     const int type = drawingType;
     drawingType = -1;
-    view()->setBoxDrawing(false, 0);
+    if (view()) view()->setBoxDrawing(false, 0);
     if (type >= 0) emit clsnDrawing(type, false);
 }
 
 void QAnimationsEditor::clsnDel()
 {
-    if (!currentFrame()) return;
+    if (!currentFrame() || !view()) return;
     view()->deleteBoxes();
 }
 
@@ -116,6 +116,7 @@ void retype(QAnimationFrame* frame, int toggle, QAnimations* model)
 
 bool anySelected(const QSprRender* view)
 {
+    if (!view) return false;
     for (int i = 0; i < view->boxCount(); ++i)
         if (view->boxSelected(i)) return true;
     return false;

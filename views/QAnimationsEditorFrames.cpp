@@ -381,12 +381,14 @@ void QAnimationsEditor::axisChanged(QPoint axis)
 void QAnimationsEditor::extraAxisChanged()
 {
     // The extra cross is measured from the main axis; the status line tells where it stands.
+    if (!view()) return;
     const QPoint cross = view()->extraCross();
     emit statusText(tr("Extra cross: %1, %2").arg(cross.x()).arg(cross.y()));
 }
 
 void QAnimationsEditor::extraAxisMoved(QPoint position)
 {
+    if (!view()) return;
     view()->setExtraCross(position);
     view()->refresh();
 }

@@ -72,9 +72,9 @@ void QAnimationsEditor::showLook(const QAnimationPlayer::Look& look)
     if (!action || look.frame < 0) return;
     const bool changed = action->currentFrameIndex != uint(look.frame);
     action->currentFrameIndex = uint(look.frame);
-    if (formActive && view()->frame() != action->frameAt(uint(look.frame)))
+    if (viewShown() && view()->frame() != action->frameAt(uint(look.frame)))
         view()->setFrame(look.frame);
-    else if (formActive)
+    else if (viewShown())
         view()->refresh();
     if (!changed) return;
     ++block;

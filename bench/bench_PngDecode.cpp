@@ -13,6 +13,7 @@
 
 #include <libdeflate.h>
 
+#include <cstring>
 #include <vector>
 
 // PNG sprites must decode at 400 MB/s of output or more on one core. Measured on the PNG blocks of

@@ -3,6 +3,8 @@
 #include "QSound.h"
 #include "QSounds.h"
 
+#include <QColor>
+
 QSoundTable::QSoundTable(QObject* parent) : QAbstractTableModel(parent) {}
 
 void QSoundTable::setSounds(QSounds* sounds)
@@ -64,7 +66,21 @@ QVariant QSoundTable::data(const QModelIndex& index, int role) const
         if (index.column() == SampleColumn) return sound->sample;
         return QVariant();
     }
-    if (role == Qt::ToolTipRole && !sound->data) return tr("Empty sound!");
+    if (role == Qt::ToolTipRole || role == Qt::ForegroundRole) {
+        // The list shows the file's issues where they are: an empty sound, a pair an earlier sound has.
+        const int first = model->find(sound->group, sound->sample);
+        const bool repeated = first >= 0 && first < index.row();
+        if (role == Qt::ForegroundRole)
+            return repeated       ? QVariant(QColor(Qt::red))
+                   : !sound->data ? QVariant(QColor(Qt::gray))
+                                  : QVariant();
+        if (repeated)
+            return tr("The group %1, index %2 is already in use by sound #%3!")
+                .arg(sound->group)
+                .arg(sound->sample)
+                .arg(first);
+        return sound->data ? QVariant() : QVariant(tr("Empty sound!"));
+    }
     if (role != Qt::DisplayRole) return QVariant();
     const QSoundInfo& info = sound->info;
     // A sound without facts (empty, or not PCM) shows none rather than zeros.

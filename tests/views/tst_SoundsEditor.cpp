@@ -22,6 +22,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QColor>
 #include <QDataStream>
 #include <QFile>
 #include <QLabel>
@@ -201,6 +202,28 @@ private Q_SLOTS:
         QCOMPARE(table->index(0, QSoundTable::SampleColumn).data().toString(), QStringLiteral("7"));
         QCOMPARE(table->index(0, QSoundTable::ChannelsColumn).data().toString(),
                  bytes.isEmpty() ? QString() : QString::number(sounds.at(0)->info.channels));
+    }
+
+    // The list marks an empty sound and a pair that an earlier sound has, with the file's own words.
+    void tableMarksIssues()
+    {
+        QSounds sounds;
+        sounds.add(1, 1, wav(1, 8000, 8, 10));
+        sounds.add(2, 0, QByteArray());
+        sounds.add(1, 1, wav(1, 8000, 8, 40));
+        editor->bind(&sounds, &variables);
+        QSoundTable* table = workspace->table();
+        QCOMPARE(table->index(0, 0).data(Qt::ToolTipRole), QVariant());
+        QCOMPARE(table->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("Empty sound!"));
+        QCOMPARE(table->index(2, 1).data(Qt::ToolTipRole).toString(),
+                 QStringLiteral("The group 1, index 1 is already in use by sound #0!"));
+        QCOMPARE(table->index(2, 1).data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::red));
+        QCOMPARE(table->index(1, 0).data(Qt::DisplayRole).toString(), QStringLiteral("2"));
+        QCOMPARE(table->index(1, QSoundTable::RateColumn).data().toString(), QString());
+        QCOMPARE(table->index(2, QSoundTable::RateColumn).data().toString(), QStringLiteral("8000 Hz"));
+        QCOMPARE(table->index(2, QSoundTable::DurationColumn).data().toString(), QStringLiteral("0.005 s"));
+        QCOMPARE(table->headerData(QSoundTable::RateColumn, Qt::Horizontal).toString(),
+                 QStringLiteral("Sample rate"));
     }
 
     // Without a project, and with an empty sound file, every field shows dashes and nothing is current.

@@ -155,7 +155,7 @@ int QPNGChunks::channels() const
 const uchar* QPNGChunks::stream(QByteArray& room) const
 {
     if (pixels.size() == 1) return pixels.first().data;
-    if (room.size() < streamSize) room.resize(streamSize);
+    if (room.size() < streamSize) room = QByteArray(streamSize, Qt::Uninitialized);
     auto* out = reinterpret_cast<uchar*>(room.data());
     for (const Span& span : pixels) {
         std::memcpy(out, span.data, size_t(span.size));

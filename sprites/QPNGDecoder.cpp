@@ -39,7 +39,8 @@ struct Scratch
 
     static uchar* reserve(QByteArray& buffer, qsizetype size)
     {
-        if (buffer.size() < size) buffer.resize(size);
+        // Grown afresh: what it held is of no use.
+        if (buffer.size() < size) buffer = QByteArray(size, Qt::Uninitialized);
         return reinterpret_cast<uchar*>(buffer.data());
     }
     void trim()

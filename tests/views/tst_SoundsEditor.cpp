@@ -684,6 +684,28 @@ private Q_SLOTS:
         QVERIFY(!loopAction->isChecked());
     }
 
+    // A new file asks before it drops changes, and leaves the dashes behind.
+    void newFileAsksFirst()
+    {
+        auto sounds = load(samplePath());
+        if (!sounds) QSKIP("the sample is not built next to the tests");
+        QDialogRecorder dialogs;
+        editor->clear();
+        QCOMPARE(sounds->count(), 0u);
+        QVERIFY(dialogs.calls.isEmpty());
+        sounds->add(1, 2, wav(1, 8000, 8, 10));
+        dialogs.answers << QUserDialogs::No << QUserDialogs::Yes;
+        editor->newFile();
+        QCOMPARE(sounds->count(), 1u);
+        editor->newFile();
+        QCOMPARE(sounds->count(), 0u);
+        QCOMPARE(dialogs.calls.size(), 2);
+        QCOMPARE(dialogs.calls.at(0).text,
+                 QStringLiteral("Do you really want to discard the changes made in the sounds?"));
+        QCOMPARE(editor->controls()->positionLabel()->text(), QStringLiteral("0 / 0"));
+        QCOMPARE(editor->controls()->infoLabel()->text(), QSoundsEditor::infoText(nullptr));
+    }
+
     // Going through the empty model's save refuses with the model's own words.
     void saveRefusesAnEmptyFile()
     {

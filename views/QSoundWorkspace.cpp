@@ -27,6 +27,8 @@ QSoundWorkspace::QSoundWorkspace(QWidget* parentWidget, QObject* parent)
     view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     view->setAlternatingRowColors(true);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
+    // A sound file holds a few hundred sounds at most, so measuring every row is cheap.
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     view->horizontalHeader()->setStretchLastSection(true);
     auto* layout = new QVBoxLayout(pageWidget);
     layout->setContentsMargins(0, 0, 0, 0);

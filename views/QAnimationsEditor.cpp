@@ -117,7 +117,8 @@ void QAnimationsEditor::deactivate()
         QViewSettings::setValue("air_sel", actionPosition());
         QViewSettings::setValue("air_frame_sel", framePosition());
     }
-    if (textMode) QTextDocumentEditor::deactivate();
+    // The text page may still be wired after text mode was left: the mode flips before the switch.
+    if (isActive()) QTextDocumentEditor::deactivate();
     formActive = false;
 }
 

@@ -29,6 +29,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -681,14 +682,81 @@ private Q_SLOTS:
         QCOMPARE(editor->panel(), panel());
     }
 
+    // Drawing a box in the view makes the frame's set and one box line; the right button ends drawing.
+    void drawingBoxes()
+    {
+        loadText(QStringLiteral("[Begin Action 4]\n0,0, 0,0, 5\n"));
+        QSprRender* view = sprites->view();
+        view->setZoomMode(1);
+        view->zoomActual();
+        view->setMainAxis(QPoint(400, 450));
+        view->showSpriteCross(false);
+        view->showAnimationCross(false);
+        editor->definePos(0, 0);
+        QSignalSpy drawing(editor, &QAnimationsEditor::clsnDrawing);
+        const QString before = document();
+        editor->clsnAdd1Changed(true);
+        QCOMPARE(drawing.last(), (QList<QVariant>{0, true}));
+        dragBy(sprites->renderWidget(), QPoint(410, 400), QPoint(20, 30));
+        const QCollisionBoxes* set = editor->currentFrame()->hitBoxes(QCollisionBoxType::Attack);
+        QVERIFY(set);
+        QCOMPARE(set->boxes.at(0)->rect(), QRect(QPoint(10, -50), QPoint(30, -20)));
+        QCOMPARE(document(), QStringLiteral("[Begin Action 4]\nClsn1: 1\n  Clsn1[0] = 10, -50, 30, -20\n"
+                                            "0,0, 0,0, 5\n"));
+        // The other kind takes over, and the right button leaves drawing altogether.
+        editor->clsnAdd2Changed(true);
+        QCOMPARE(drawing.at(drawing.size() - 2), (QList<QVariant>{0, false}));
+        QTest::mouseClick(sprites->renderWidget(), Qt::RightButton, Qt::NoModifier, QPoint(200, 200));
+        QCOMPARE(drawing.last(), (QList<QVariant>{1, false}));
+        undo();
+        QCOMPARE(document(), before);
+    }
+
+    // Whole actions through the clipboard, and finding one by the dialog.
+    void clipboardAndFind()
+    {
+        loadKfm();
+        const int count = model().count();
+        const QString before = document();
+        editor->definePos(model().findByNumber(0, 5), 0);
+        const int at = editor->actionPosition();
+        editor->copy();
+        editor->paste();
+        QCOMPARE(model().count(), count + 1);
+        QCOMPARE(editor->actionPosition(), at + 1);
+        QCOMPARE(editor->currentAction()->number, 5);
+        QCOMPARE(editor->currentAction()->frameCount(), 2);
+        undo();
+        QCOMPARE(model().count(), count);
+        QCOMPARE(document(), before);
+        const QString values = describe(model());
+        editor->definePos(at, 0);
+        editor->cut();
+        QCOMPARE(model().count(), count - 1);
+        QCOMPARE(model().findByNumber(0, 5), -1);
+        undo();
+        QCOMPARE(describe(model()), values);
+
+        editor->definePos(0, 0);
+        Runner runner([](QDialog* dialog) {
+            if (auto* input = qobject_cast<QInputDialog*>(dialog)) input->setTextValue(QStringLiteral("20"));
+            return int(QDialog::Accepted);
+        });
+        editor->find();
+        QCOMPARE(editor->currentAction()->number, 20);
+    }
+
     // Playing runs until stopped, shows the rate, and the form follows the frame it stopped at.
     void playsUntilStopped()
     {
         loadKfm();
         QSignalSpy rates(editor, &QAnimationsEditor::rateText);
         QSignalSpy checks(editor, &QAnimationsEditor::playChecked);
+        const QString before = document();
         QTimer::singleShot(300, editor, &QAnimationsEditor::stopChanged);
         editor->playChanged(true);
+        // Playing only shows: it never writes.
+        QCOMPARE(document(), before);
         QVERIFY(!editor->isPlaying());
         QCOMPARE(rates.first().first().toString(), QStringLiteral("60 FPS"));
         QCOMPARE(rates.last().first().toString(), QString());

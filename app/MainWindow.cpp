@@ -10,6 +10,7 @@
 #include "QMugenModel.h"
 #include "QMugenSyntaxHierarchy.h"
 #include "QProjectTextTools.h"
+#include "QSoundEditors.h"
 #include "QSpriteEditors.h"
 #include "QTextEditors.h"
 #include "QUserDialogs.h"
@@ -37,6 +38,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     textEditors = new QTextEditors(iface, this);
     textEditors->retranslate();
     spriteEditors = new QSpriteEditors(iface, this);
+    new QSoundEditors(iface, this);
     new QProjectTextTools(iface, this, textEditors);
     iface->setup();
 }

@@ -17,6 +17,7 @@
 #include "QPalettesEditor.h"
 #include "QProject.h"
 #include "QSounds.h"
+#include "QSoundsEditor.h"
 #include "QSprites.h"
 #include "QSpritesEditor.h"
 #include "QThumbnailsEditor.h"
@@ -188,6 +189,9 @@ void QSidePanels::itemPicked(int row)
             project->animations()->currentIndex = row;
             emit animationPicked(row);
         }
+        break;
+    case soundsEditor:
+        if (auto* sounds = dynamic_cast<QSoundsEditor*>(iface->editor(soundsEditor))) sounds->definePos(row);
         break;
     default:
         break;

@@ -508,7 +508,13 @@ private slots:
         QCOMPARE(f.dialogs.calls.size(), 0);
         for (const auto& [name, text] : shipped)
             QCOMPARE(f.manager->shortcut(f.manager->find(name)).toString(QKeySequence::PortableText), text);
-        QCOMPARE(f.manager->keyActions().size(), shipped.size());
+        // One key action per key: editors of different scopes share keys (Page Down steps through sprites
+        // and through sounds).
+        QSet<QString> keys;
+        for (const auto& [name, text] : shipped)
+            keys.insert(text);
+        QVERIFY(keys.size() < int(shipped.size()));
+        QCOMPARE(f.manager->keyActions().size(), keys.size());
         QCOMPARE(f.manager->shortcut(f.manager->find("txt_comment")), QKeySequence(Qt::CTRL | Qt::Key_Slash));
     }
 };

@@ -162,21 +162,30 @@ void QMugenSyntaxProcessor::computeFoldLevel(QTextEditorBlockData* data, const Q
     bool nextIsState = false;
     const QChar first = firstNonBlank(text);
     if (first.isNull() || first == QLatin1Char('[') || first == QLatin1Char(';')) {
-        for (QTextBlock look = first == QLatin1Char('[') ? block : block.next(); look.isValid();
-             look = look.next()) {
-            const QString lookText = look == block ? text : look.text();
-            const QChar c = firstNonBlank(lookText);
-            if (c.isNull() || c == QLatin1Char(';')) continue;
-            if (c == QLatin1Char('[')) {
-                preSection = true;
-                int i = int(lookText.indexOf(QLatin1Char('['))) + 1;
-                const int wordStart = i;
-                while (i < lookText.size() && lookText.at(i).isLetter())
-                    ++i;
-                nextIsState = equalsWord(QStringView(lookText).mid(wordStart, i - wordStart), "state");
+        const QTextBlock start = first == QLatin1Char('[') ? block : block.next();
+        const int from = start.isValid() ? start.blockNumber() : document()->blockCount();
+        const int revision = document()->revision();
+        if (revision != m_look.revision || from < m_look.from || from > m_look.to) {
+            m_look = LookAhead{revision, from, document()->blockCount(), false, false};
+            for (QTextBlock look = start; look.isValid(); look = look.next()) {
+                const QString lookText = look == block ? text : look.text();
+                const QChar c = firstNonBlank(lookText);
+                if (c.isNull() || c == QLatin1Char(';')) continue;
+                m_look.to = look.blockNumber();
+                if (c == QLatin1Char('[')) {
+                    m_look.preSection = true;
+                    int i = int(lookText.indexOf(QLatin1Char('['))) + 1;
+                    const int wordStart = i;
+                    while (i < lookText.size() && lookText.at(i).isLetter())
+                        ++i;
+                    m_look.nextIsState =
+                        equalsWord(QStringView(lookText).mid(wordStart, i - wordStart), "state");
+                }
+                break;
             }
-            break;
         }
+        preSection = m_look.preSection;
+        nextIsState = m_look.nextIsState;
     }
     data->reserved = 0;
     data->header = isHeader;

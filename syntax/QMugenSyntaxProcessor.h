@@ -141,6 +141,19 @@ private:
     int m_messageMark = 0;
     int m_valueStart = 0;
 
+    // The last forward look of folding: blocks from `from` up to `to` lead to the same answer, for as long
+    // as the document stays at that revision. Without it a long run of blank or comment lines would cost
+    // a walk over the rest of the run for each of its lines.
+    struct LookAhead
+    {
+        int revision = -1;
+        int from = 0;
+        int to = -1;
+        bool preSection = false;
+        bool nextIsState = false;
+    };
+    LookAhead m_look;
+
     // Nesting of the expression in hand, and where it went too deep: from there on the line is only read
     // to its end, and no finding but that one is reported for it.
     int m_nesting = 0;

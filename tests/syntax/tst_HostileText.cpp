@@ -5,9 +5,11 @@
 #include "CliRunner.h"
 #include "MugenSyntaxTestSupport.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCursor>
 
 using namespace MugenSyntaxTest;
 
@@ -140,6 +142,42 @@ private slots:
             QVERIFY(message.start <= message.end);
         }
         QCOMPARE(describe(checked.messages(rowLine + 1)), QStringList{"9:error:Unknown trigger 'tme'"});
+    }
+
+    // A long run of comment or blank lines before a header: each of its lines folds by the header it leads
+    // to, as a short run does, and an edit inside the run is seen by the lines above it.
+    void longRuns_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("comments") << QStringLiteral("; commented out");
+        QTest::newRow("blank lines") << QString();
+    }
+
+    void longRuns()
+    {
+        QFETCH(QString, line);
+        const int count = 50000;
+        const QString run = (line + QLatin1Char('\n')).repeated(count);
+        const QString text =
+            QStringLiteral("[Statedef 0]\ntype = S\n") + run + QStringLiteral("[State 0, 1]\ntype = Null\n");
+        const Checked checked = check(text);
+        const Checked shortRun = check(QStringLiteral("[Statedef 0]\ntype = S\n") + line + QLatin1Char('\n') +
+                                       line + QStringLiteral("\n[State 0, 1]\ntype = Null\n"));
+        for (int block : {2, count / 2, count + 1}) {
+            QVERIFY(checked.data(block)->preSection);
+            QCOMPARE(checked.data(block)->foldLevel, shortRun.data(qMin(block, 3))->foldLevel);
+        }
+        QCOMPARE(checked.data(count + 2)->foldLevel, shortRun.data(4)->foldLevel);
+
+        // The highlighter follows edits once its first pass has run from the event loop, and a document
+        // reports edits only with a layout.
+        checked.document->setDocumentLayout(new QElementDocumentLayout(checked.document.get()));
+        QCoreApplication::processEvents();
+        QTextCursor cursor(checked.block(count / 2));
+        cursor.insertText(QStringLiteral("; new\nx = 1\n"));
+        QVERIFY(!checked.data(count / 2)->preSection);
+        QVERIFY(!checked.data(count / 2 + 1)->preSection);
+        QVERIFY(checked.data(count / 2 + 2)->preSection);
     }
 
     // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that

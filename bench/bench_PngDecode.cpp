@@ -13,6 +13,7 @@
 
 #include <libdeflate.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -145,10 +146,12 @@ void BM_PngInflateOnly(benchmark::State& state)
         streams.push_back({zlib, size_t(block.info.width * channels + 1) * block.info.height});
     }
     libdeflate_decompressor* inflater = libdeflate_alloc_decompressor();
-    std::vector<uchar> out;
+    size_t largest = 0;
+    for (const Stream& stream : streams)
+        largest = std::max(largest, stream.size);
+    std::vector<uchar> out(largest);
     for (auto _ : state)
         for (const Stream& stream : streams) {
-            out.resize(stream.size);
             size_t written = 0;
             libdeflate_zlib_decompress(inflater, stream.zlib.constData(), size_t(stream.zlib.size()),
                                        out.data(), out.size(), &written);

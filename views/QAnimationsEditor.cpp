@@ -113,6 +113,11 @@ void QAnimationsEditor::deactivate()
     forceStop();
     emit flushFields();
     if (drawingType >= 0) clsnModeExit();
+    // The sprites editor shares the view and keeps its own ghost.
+    if (viewShown() && onion) {
+        view()->setOnion(false, 1, 100);
+        view()->setOnionSprite(-1);
+    }
     if (model) {
         QViewSettings::setValue("air_sel", actionPosition());
         QViewSettings::setValue("air_frame_sel", framePosition());
@@ -279,6 +284,7 @@ void QAnimationsEditor::showFrame(int index)
     QAnimationFrame* frame = action && index >= 0 ? action->frameAt(uint(index)) : nullptr;
     if (action) action->currentFrameIndex = frame ? uint(index) : 0;
     if (viewShown()) view()->setFrame(frame ? index : -1);
+    showOnion();
     Block guard(block);
     emit frameEnabled(frame != nullptr);
     emit setFrameMaximum(action ? action->frameCount() : 0);
@@ -405,4 +411,31 @@ QString QAnimationsEditor::startFolder(const char* key) const
 void QAnimationsEditor::rememberFolder(const char* key, const QString& file)
 {
     if (variables && !file.isEmpty()) (*variables)[QLatin1String(key)] = QFileInfo(file).absolutePath();
+}
+
+void QAnimationsEditor::onionChanged(bool on)
+{
+    if (block > 0) return;
+    onion = on;
+    showOnion();
+}
+
+int QAnimationsEditor::onionFrame(const QAnimation* action, int frame)
+{
+    if (!action || frame < 0 || frame >= action->frameCount() || action->frameCount() < 2) return -1;
+    return frame > 0 ? frame - 1 : action->frameCount() - 1;
+}
+
+void QAnimationsEditor::showOnion()
+{
+    if (!viewShown()) return;
+    QAnimation* action = currentAction();
+    const int ghost = onionFrame(action, framePosition());
+    const QAnimationFrame* previous = ghost >= 0 ? action->frameAt(uint(ghost)) : nullptr;
+    const int sprite = onion && previous && spriteModel
+                           ? spriteModel->find(0, previous->spriteGroup, previous->spriteIndex)
+                           : -1;
+    view()->setOnion(onion && sprite >= 0, QViewSettings::value("onion_effect", 1).toInt(),
+                     QViewSettings::value("onion_opacity", 100).toInt());
+    view()->setOnionSprite(sprite);
 }

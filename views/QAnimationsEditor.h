@@ -62,6 +62,9 @@ public:
     static int tickSum(const QAnimation* action, int frame);
     // "None", "A", "A1", "S", "AS..D..": the transparency choice a frame's blend reads as.
     static int transIndex(const QAnimationFrame* frame);
+    // The frame whose sprite is the ghost under frame: the one before, and before the first the last,
+    // as the action loops; -1 with fewer than two frames.
+    static int onionFrame(const QAnimation* action, int frame);
 
     // QInterfaceEditor.
     QString title() const override
@@ -116,6 +119,7 @@ Q_SIGNALS:
     void setFrameIOffset(bool on);
     void setFrameIScale(bool on);
     void setFrameIAngle(bool on);
+    void setOnion(bool on);
     void flushFields();
     // The text mode was switched: the window shows the other workspace.
     void workspaceChanged();
@@ -216,6 +220,8 @@ public Q_SLOTS:
     void orgObject(QObject* object);
     void updateFromText();
     void animChanged();
+    // The previous frame shown as a ghost under the current one.
+    void onionChanged(bool on);
 
 protected:
     QMap<QString, QString>* projectVariables() const { return variables; }
@@ -238,6 +244,7 @@ private:
     void drawBoxes(int type, bool on);
     bool frameWritable() const;
     void showLook(const QAnimationPlayer::Look& look);
+    void showOnion();
 
     // Both belong to the window's sprite side, which may go first when the window closes.
     QPointer<QAnimSpriteWorkspace> spritesPage;
@@ -254,6 +261,7 @@ private:
     bool formActive = false;
     bool textMode = false;
     bool playing = false;
+    bool onion = false;
     int drawingType = -1;
     int restoredAction = -1;
     int restoredFrame = 0;

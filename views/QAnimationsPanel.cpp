@@ -97,6 +97,8 @@ QAnimationsPanel::QAnimationsPanel(QAnimationsEditor* editor, QWidget* parent) :
     marks->addWidget(iAngle, 1, 1);
     frameLayout->addLayout(marks);
     layout->addWidget(frameArea);
+    onion = check("air_onion_skin", tr("Show the previous frame"));
+    layout->addWidget(onion);
 
     commands = new QWidget(this);
     auto* grid = new QGridLayout(commands);
@@ -169,6 +171,8 @@ QAnimationsPanel::QAnimationsPanel(QAnimationsEditor* editor, QWidget* parent) :
     connect(iOffset, &QCheckBox::toggled, editor, &E::frameIOffsetChanged);
     connect(iScale, &QCheckBox::toggled, editor, &E::frameIScaleChanged);
     connect(iAngle, &QCheckBox::toggled, editor, &E::frameIAngleChanged);
+    connect(onion, &QCheckBox::toggled, editor, &E::onionChanged);
+    connect(editor, &E::setOnion, onion, &QCheckBox::setChecked);
     setEnabled(false);
 }
 

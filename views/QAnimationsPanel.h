@@ -48,6 +48,7 @@ public:
     QCheckBox* offsetMark() const { return iOffset; }
     QCheckBox* scaleMark() const { return iScale; }
     QCheckBox* angleMark() const { return iAngle; }
+    QCheckBox* onionBox() const { return onion; }
     // A button for a command's action, placed in the panel's grid of commands.
     QToolButton* addCommand(QAction* action);
 
@@ -80,5 +81,6 @@ private:
     QCheckBox* iOffset;
     QCheckBox* iScale;
     QCheckBox* iAngle;
+    QCheckBox* onion;
     QWidget* commands;
 };

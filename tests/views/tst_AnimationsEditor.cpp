@@ -712,6 +712,34 @@ private Q_SLOTS:
         QCOMPARE(document(), before);
     }
 
+    void onionFrame_data()
+    {
+        QTest::addColumn<QString>("air");
+        QTest::addColumn<int>("frame");
+        QTest::addColumn<int>("ghost");
+        const QString three = QStringLiteral("[Begin Action 0]\n0,0, 0,0, 1\n0,1, 0,0, 1\n0,2, 0,0, 1\n");
+        QTest::newRow("the one before") << three << 2 << 1;
+        QTest::newRow("the first loops to the last") << three << 0 << 2;
+        QTest::newRow("a single frame has none")
+            << QStringLiteral("[Begin Action 0]\n0,0, 0,0, 1\n") << 0 << -1;
+        QTest::newRow("no frame") << three << 5 << -1;
+    }
+
+    // The ghost under a frame is the frame before it, as the action loops; the switch is the panel's.
+    void onionFrame()
+    {
+        QFETCH(QString, air);
+        QFETCH(int, frame);
+        QAirDocument document(air);
+        QTEST(QAnimationsEditor::onionFrame(document.model.at(0), frame), "ghost");
+        loadText(air);
+        panel()->onionBox()->setChecked(true);
+        editor->nextFrame();
+        editor->deactivate();
+        editor->activate();
+        panel()->onionBox()->setChecked(false);
+    }
+
     // Whole actions through the clipboard, and finding one by the dialog.
     void clipboardAndFind()
     {

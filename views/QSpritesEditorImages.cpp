@@ -5,6 +5,7 @@
 #include "PalDlg.h"
 #include "QDialogRunner.h"
 #include "QImageFiles.h"
+#include "QNaturalOrder.h"
 #include "QProgress.h"
 #include "QSprRender.h"
 #include "QSprite.h"
@@ -54,45 +55,6 @@ bool sameColours(const QImage& image, const QSpritePalette* palette)
     return true;
 }
 
-// File names as people count: a run of digits compares by its value, so "run2" comes before "run10";
-// the rest compares without regard to case.
-bool naturalLess(const QString& a, const QString& b)
-{
-    int i = 0;
-    int j = 0;
-    while (i < a.size() && j < b.size()) {
-        if (a.at(i).isDigit() && b.at(j).isDigit()) {
-            int endA = i;
-            int endB = j;
-            while (endA < a.size() && a.at(endA).isDigit())
-                ++endA;
-            while (endB < b.size() && b.at(endB).isDigit())
-                ++endB;
-            // Leading zeros don't count; then the longer run is the larger number.
-            int startA = i;
-            int startB = j;
-            while (startA + 1 < endA && a.at(startA) == QLatin1Char('0'))
-                ++startA;
-            while (startB + 1 < endB && b.at(startB) == QLatin1Char('0'))
-                ++startB;
-            const QStringView runA = QStringView(a).mid(startA, endA - startA);
-            const QStringView runB = QStringView(b).mid(startB, endB - startB);
-            if (runA.size() != runB.size()) return runA.size() < runB.size();
-            if (const int order = runA.compare(runB)) return order < 0;
-            i = endA;
-            j = endB;
-            continue;
-        }
-        const QChar x = a.at(i).toCaseFolded();
-        const QChar y = b.at(j).toCaseFolded();
-        if (x != y) return x < y;
-        ++i;
-        ++j;
-    }
-    if ((a.size() - i) != (b.size() - j)) return a.size() - i < b.size() - j;
-    return a < b;
-}
-
 } // namespace
 
 void QSpritesEditor::add()
@@ -102,7 +64,7 @@ void QSpritesEditor::add()
         QUserDialogs::getOpenFileNames(tr("Add sprites"), startFolder("spr_path"), QImageFiles::openFilter());
     if (files.isEmpty()) return;
     if (QViewSettings::value("sort_file_names", true).toBool()) {
-        std::stable_sort(files.begin(), files.end(), naturalLess);
+        std::stable_sort(files.begin(), files.end(), QNaturalOrder::less);
     }
     rememberFolder("spr_path", files.first());
     emit flushFields();

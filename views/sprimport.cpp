@@ -3,63 +3,36 @@
 #include "QGroupRangeBox.h"
 #include "QSprites.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QVBoxLayout>
+
+namespace {
+QStringList entriesOf(const QList<sprimport::Source>& sources)
+{
+    QStringList entries;
+    for (const sprimport::Source& entry : sources)
+        entries << sprimport::tr("%1 (%n sprite(s))", nullptr, entry.second ? int(entry.second->count()) : 0)
+                       .arg(entry.first);
+    return entries;
+}
+} // namespace
 
 sprimport::sprimport(const QList<Source>& sources, QWidget* parent)
-    : QDialog(parent), sources(sources), projects(new QListWidget(this)),
-      all(new QRadioButton(tr("All sprites"), this)),
-      group(new QRadioButton(tr("The sprites of a group"), this)),
-      groupRange(new QGroupRangeBox(tr("Group:"), this))
+    : QProjectImportDlg(entriesOf(sources), tr("All sprites"), tr("The sprites of a group"), parent),
+      sources(sources)
 {
     setObjectName(QStringLiteral("sprimport"));
-    setWindowTitle(tr("Import from a project"));
-    projects->setObjectName(QStringLiteral("projects"));
-    all->setObjectName(QStringLiteral("all"));
-    group->setObjectName(QStringLiteral("group"));
-    for (const Source& entry : sources) {
-        const uint count = entry.second ? entry.second->count() : 0;
-        projects->addItem(tr("%1 (%n sprite(s))", nullptr, int(count)).arg(entry.first));
-    }
-    all->setChecked(true);
-
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(new QLabel(tr("Project:"), this));
-    column->addWidget(projects, 1);
-    column->addWidget(all);
-    column->addWidget(group);
-    column->addWidget(groupRange);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    column->addWidget(buttons);
-    QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
-    const auto follow = [this, ok]() {
-        groupRange->setEnabled(group->isChecked());
-        ok->setEnabled(source() != nullptr);
-    };
-    connect(group, &QRadioButton::toggled, this, follow);
-    connect(projects, &QListWidget::currentRowChanged, this, follow);
-    connect(projects, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
-    if (!sources.isEmpty()) projects->setCurrentRow(0);
-    follow();
-    resize(340, 380);
 }
 
 QSprites* sprimport::source() const
 {
-    const int row = projects->currentRow();
+    const int row = chosen();
     return row >= 0 && row < sources.size() ? sources.at(row).second : nullptr;
 }
 
 QList<uint> sprimport::rows() const
 {
-    const QSprites* chosen = source();
-    if (!chosen) return {};
-    return chosen->rangeRows(all->isChecked(), groupRange->group(), groupRange->allNumbers(),
-                             groupRange->from(), groupRange->to());
+    const QSprites* picked = source();
+    if (!picked) return {};
+    return picked->rangeRows(wholeFile(), range()->group(), range()->allNumbers(), range()->from(),
+                             range()->to());
 }

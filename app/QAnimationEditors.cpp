@@ -11,8 +11,10 @@
 #include "QInterface.h"
 #include "QMugenModel.h"
 #include "QProject.h"
+#include "QQuickFind.h"
 #include "QTextEditors.h"
 #include "QTextFileCommands.h"
+#include "QTextWorkspace.h"
 
 #include <QActionGroup>
 #include <QLabel>
@@ -67,6 +69,16 @@ QAnimationEditors::QAnimationEditors(QInterface* iface, MainWindow* window, QAni
         if (iface->currentEditor() == m_animations->number()) iface->switchEditor(m_animations->number());
     });
     connect(iface, &QInterface::currentProjectChanged, this, &QAnimationEditors::setProject);
+    // In text mode the search bar of the text page searches the animation text.
+    QQuickFind* findBar = window->texts()->workspace()->findBar();
+    connect(findBar, &QQuickFind::doFind, this,
+            [this](const QString& text, const QQuickFindOptions& options) {
+                if (textModeCurrent()) m_animations->QTextDocumentEditor::find(text, options);
+            });
+    connect(findBar, &QQuickFind::doReplace, this,
+            [this](const QString& source, const QString& dest, const QQuickFindOptions& options, bool all) {
+                if (textModeCurrent()) m_animations->QTextDocumentEditor::replace(source, dest, options, all);
+            });
     // An import names a project; it is opened the way the window opens one, and goes when the import
     // is done.
     m_animations->setImportLoader([](const QString& path, QObject* owner) -> QAnimations* {
@@ -202,6 +214,11 @@ void QAnimationEditors::addAnimationActions()
         const QSignalBlocker blocker(textMode);
         textMode->setChecked(m_animations->isTextMode());
     });
+}
+
+bool QAnimationEditors::textModeCurrent() const
+{
+    return iface->currentEditor() == m_animations->number() && m_animations->isTextMode();
 }
 
 void QAnimationEditors::setProject(QProject* current)

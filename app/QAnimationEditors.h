@@ -36,6 +36,7 @@ private:
     QAction* add(const char* name, void (QAnimationsEditor::*slot)());
     QAction* addCheckable(const char* name, void (QAnimationsEditor::*slot)(bool));
     void addAnimationActions();
+    bool textModeCurrent() const;
 
     QInterface* iface;
     QActionManager* manager;

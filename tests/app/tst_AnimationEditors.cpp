@@ -17,7 +17,10 @@
 #include "QDialogRecorder.h"
 #include "QInterface.h"
 #include "QProject.h"
+#include "QQuickFind.h"
 #include "QSpriteEditors.h"
+#include "QSyntaxTextEditor.h"
+#include "QTextEditor.h"
 #include "QTextEditors.h"
 #include "QTextWorkspace.h"
 #include "TestData.h"
@@ -27,6 +30,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QTextCursor>
 #include <QTimer>
 #include <QToolButton>
 
@@ -133,6 +137,15 @@ private Q_SLOTS:
         QVERIFY(window.texts()->workspace()->isVisible());
         QVERIFY(!window.spriteEditorsPart()->workspace()->page()->isVisible());
         QCOMPARE(window.texts()->workspace()->text(), iface->currentProject()->animationText());
+        // The text page's search bar searches the animation text while it is shown.
+        QTextCursor cursor(iface->currentProject()->animationText()->document);
+        cursor.insertText(QStringLiteral("; walk\n[Begin Action 20]\n"));
+        QDialogRecorder dialogs;
+        const QQuickFindOptions circular{{QQuickFindOption::Circular, true}};
+        emit window.texts()->workspace()->findBar()->doFind(QStringLiteral("action 20"), circular);
+        QCOMPARE(window.texts()->workspace()->editor()->textCursor().selectedText(),
+                 QStringLiteral("Action 20"));
+        QVERIFY(dialogs.calls.isEmpty());
         action(window, "air_text_mode")->trigger();
         QVERIFY(!editor->isTextMode());
         QVERIFY(window.spriteEditorsPart()->workspace()->page()->isVisible());

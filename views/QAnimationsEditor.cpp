@@ -14,15 +14,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
-
-namespace {
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
-} // namespace
+#include <QScopedValueRollback>
 
 QAnimationsEditor::QAnimationsEditor(QAnimSpriteWorkspace* sprites, QTextWorkspace* text, QObject* parent)
     : QTextDocumentEditor(text, parent), spritesPage(sprites), render(sprites->view()),
@@ -263,7 +255,7 @@ void QAnimationsEditor::showAction(int position, int frame)
         view()->setAction(action ? position : -1);
     }
     {
-        Block guard(block);
+        const QScopedValueRollback<int> guard(block, block + 1);
         const int count = model ? model->count() : 0;
         emit enabled(model != nullptr);
         emit enabled2(action != nullptr);
@@ -285,7 +277,7 @@ void QAnimationsEditor::showFrame(int index)
     if (action) action->currentFrameIndex = frame ? uint(index) : 0;
     if (viewShown()) view()->setFrame(frame ? index : -1);
     showOnion();
-    Block guard(block);
+    const QScopedValueRollback<int> guard(block, block + 1);
     emit frameEnabled(frame != nullptr);
     emit setFrameMaximum(action ? action->frameCount() : 0);
     if (!frame) {

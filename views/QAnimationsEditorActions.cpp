@@ -26,16 +26,10 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include <QScopedValueRollback>
 #include <memory>
 
 namespace {
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
-
 QSet<int> numbersOf(const QAnimations* model)
 {
     QSet<int> numbers;
@@ -63,7 +57,7 @@ void QAnimationsEditor::add()
     if (QDialogRunner::run(&dialog) != QDialog::Accepted) return;
     const int at = currentAction() ? model->currentIndex + 1 : model->count();
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         QAnimation* made = model->insert(uint(at), dialog.number());
         if (made && !dialog.name().isEmpty()) made->setName(dialog.name());
@@ -83,7 +77,7 @@ void QAnimationsEditor::del()
     emit flushFields();
     const int at = model->currentIndex;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->remove(uint(at));
     }
     definePos(qMin(at, model->count() - 1), 0);
@@ -104,7 +98,7 @@ void QAnimationsEditor::duplicate()
     }
     const int at = model->currentIndex;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         // The copied box lines are renumbered in the same step, so that one undo takes all back.
         model->beginEdit();
         model->duplicate(uint(at), number);
@@ -125,7 +119,7 @@ void QAnimationsEditor::editText()
     if (QDialogRunner::run(&dialog) != QDialog::Accepted) return;
     const uint frame = action->currentFrameIndex;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         action->replaceSpan(dialog.text());
         model->endEdit();
@@ -140,7 +134,7 @@ void QAnimationsEditor::numChanged(int value)
     QAnimation* action = currentAction();
     if (block > 0 || !action || action->number == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         action->setNumber(value);
     }
     showAction(model->currentIndex, int(action->currentFrameIndex));
@@ -151,7 +145,7 @@ void QAnimationsEditor::nameChanged(const QString& text)
     QAnimation* action = currentAction();
     if (block > 0 || !action || action->name() == text.trimmed()) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         action->setName(text.trimmed());
     }
     showAction(model->currentIndex, int(action->currentFrameIndex));
@@ -215,7 +209,7 @@ void QAnimationsEditor::cut()
     const int at = model->currentIndex;
     model->copy(uint(at));
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->remove(uint(at));
     }
     definePos(qMin(at, model->count() - 1), 0);
@@ -232,7 +226,7 @@ void QAnimationsEditor::paste()
     const int at = currentAction() ? model->currentIndex + 1 : model->count();
     bool pasted = false;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         pasted = model->paste(uint(at));
     }
     if (pasted) definePos(qMin(at, model->count() - 1), 0);
@@ -400,7 +394,7 @@ void QAnimationsEditor::projImport()
     QSet<int> used = numbersOf(model);
     int imported = 0;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         // Through the document's guarded cursor: the model reads each piece as it goes in.
         QElementCursor end(model->editor(), QTextCursor(model->editor()->document));

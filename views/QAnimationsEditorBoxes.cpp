@@ -12,14 +12,9 @@
 #include "QSprites.h"
 #include "QUserDialogs.h"
 
-namespace {
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
+#include <QScopedValueRollback>
 
+namespace {
 // The frame's own boxes by set type.
 QList<QPair<int, QRect>> boxesOf(const QAnimationFrame* frame)
 {
@@ -78,7 +73,7 @@ void QAnimationsEditor::clsnDelAll()
     QAnimationFrame* frame = currentFrame();
     if (!frame) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         removeSets(frame);
         model->endEdit();
@@ -91,7 +86,7 @@ void QAnimationsEditor::clsnDelAllAnim()
     QAnimation* action = currentAction();
     if (!action) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         for (QAnimationFrame* frame : action->frames)
             removeSets(frame);
@@ -133,7 +128,7 @@ void QAnimationsEditor::clsnSwType()
         return;
     }
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         retype(frame, 1, model);
     }
     showFrame(framePosition());
@@ -148,7 +143,7 @@ void QAnimationsEditor::clsnSwDef()
         return;
     }
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         retype(frame, 2, model);
     }
     showFrame(framePosition());
@@ -162,7 +157,7 @@ void QAnimationsEditor::clsnPrev()
     const QAnimationFrame* previous = action->frameAt(uint(framePosition() - 1));
     const QList<QPair<int, QRect>> boxes = boxesOf(previous);
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         removeSets(frame);
         for (const auto& box : boxes)
@@ -201,7 +196,7 @@ void QAnimationsEditor::clsnAllInst()
         }
     const QList<QPair<int, QRect>> boxes = boxesOf(frame);
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         for (const auto& instance : instances) {
             removeSets(instance.first);

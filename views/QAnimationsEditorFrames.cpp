@@ -12,16 +12,8 @@
 #include "QUserDialogs.h"
 #include "QViewSettings.h"
 
+#include <QScopedValueRollback>
 #include <QSpinBox>
-
-namespace {
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
-} // namespace
 
 bool QAnimationsEditor::frameWritable() const
 {
@@ -32,7 +24,7 @@ void QAnimationsEditor::frameGrpChanged(int value)
 {
     if (!frameWritable() || currentFrame()->spriteGroup == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setSpriteGroup(value);
     }
     showFrame(framePosition());
@@ -42,7 +34,7 @@ void QAnimationsEditor::frameNumChanged(int value)
 {
     if (!frameWritable() || currentFrame()->spriteIndex == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setSpriteIndex(value);
     }
     showFrame(framePosition());
@@ -52,7 +44,7 @@ void QAnimationsEditor::frameXChanged(int value)
 {
     if (!frameWritable() || currentFrame()->offsetX == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setOffsetX(value);
     }
     showFrame(framePosition());
@@ -62,7 +54,7 @@ void QAnimationsEditor::frameYChanged(int value)
 {
     if (!frameWritable() || currentFrame()->offsetY == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setOffsetY(value);
     }
     showFrame(framePosition());
@@ -72,7 +64,7 @@ void QAnimationsEditor::frameTimeChanged(int value)
 {
     if (!frameWritable() || currentFrame()->time == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setTime(value);
     }
     showFrame(framePosition());
@@ -82,7 +74,7 @@ void QAnimationsEditor::frameFlipChanged(int index)
 {
     if (!frameWritable() || index < 0 || currentFrame()->flip == index) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setFlip(index & 3);
     }
     showFrame(framePosition());
@@ -123,7 +115,7 @@ void QAnimationsEditor::frameTransChanged(int index)
 {
     if (!frameWritable() || index < 0 || transIndex(currentFrame()) == index) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         setBlend(currentFrame(), index);
     }
     showFrame(framePosition());
@@ -134,7 +126,7 @@ void QAnimationsEditor::frameSrcChanged(int value)
     QAnimationFrame* frame = currentFrame();
     if (!frameWritable() || transIndex(frame) != 4 || frame->blendTarget.source == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         QBlendTarget target = frame->blendTarget;
         target.source = ushort(value);
         frame->setBlendTarget(target);
@@ -147,7 +139,7 @@ void QAnimationsEditor::frameDstChanged(int value)
     QAnimationFrame* frame = currentFrame();
     if (!frameWritable() || transIndex(frame) != 4 || frame->blendTarget.destination == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         QBlendTarget target = frame->blendTarget;
         target.destination = ushort(value);
         frame->setBlendTarget(target);
@@ -159,7 +151,7 @@ void QAnimationsEditor::frameScaleXChanged(double value)
 {
     if (!frameWritable() || qFuzzyCompare(currentFrame()->scaleX, value)) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setScaleX(value);
     }
     showFrame(framePosition());
@@ -169,7 +161,7 @@ void QAnimationsEditor::frameScaleYChanged(double value)
 {
     if (!frameWritable() || qFuzzyCompare(currentFrame()->scaleY, value)) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setScaleY(value);
     }
     showFrame(framePosition());
@@ -179,7 +171,7 @@ void QAnimationsEditor::frameAngleChanged(double value)
 {
     if (!frameWritable() || currentFrame()->angle == value) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         currentFrame()->setAngle(value);
     }
     showFrame(framePosition());
@@ -188,7 +180,7 @@ void QAnimationsEditor::frameAngleChanged(double value)
 namespace {
 void mark(QAnimationFrame* frame, QInterFrameElementType type, bool on, int& writing)
 {
-    Block guard(writing);
+    const QScopedValueRollback<int> guard(writing, writing + 1);
     frame->setInterFrame(type, on);
 }
 } // namespace
@@ -236,7 +228,7 @@ void QAnimationsEditor::frameAdd()
     emit flushFields();
     const int at = action->frameCount() == 0 ? 0 : framePosition() + 1;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         action->frameInsert(uint(at));
     }
     showFrame(at);
@@ -254,7 +246,7 @@ void QAnimationsEditor::frameDel()
     emit flushFields();
     const int at = framePosition();
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         frame->remove(true);
     }
     showFrame(qMax(0, at - (at >= currentAction()->frameCount() ? 1 : 0)));
@@ -270,7 +262,7 @@ void QAnimationsEditor::copyOnward(const std::function<void(QAnimationFrame*, QA
     forceStop();
     emit flushFields();
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         for (int i = framePosition() + 1; i < action->frameCount(); ++i)
             copy(frame, action->frameAt(uint(i)));
@@ -324,7 +316,7 @@ void QAnimationsEditor::frameAlign()
     }
     const QPoint value = dialog.offset();
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         model->beginEdit();
         for (QAnimationFrame* frame : frames) {
             const QPoint to =
@@ -342,7 +334,7 @@ void QAnimationsEditor::moveOffset(int dx, int dy)
     QAnimationFrame* frame = currentFrame();
     if (!frame) return;
     {
-        Block guard(writing);
+        const QScopedValueRollback<int> guard(writing, writing + 1);
         frame->setValues(frame->spriteGroup, frame->spriteIndex, frame->offsetX + dx, frame->offsetY + dy,
                          frame->time, frame->flip, frame->blend, frame->blendTarget, frame->scaleX,
                          frame->scaleY, frame->angle);
@@ -373,7 +365,7 @@ void QAnimationsEditor::axisDown()
 void QAnimationsEditor::axisChanged(QPoint axis)
 {
     // While the frame is dragged the fields follow; the view writes the model when the drag ends.
-    Block guard(block);
+    const QScopedValueRollback<int> guard(block, block + 1);
     emit setFrameX(axis.x());
     emit setFrameY(axis.y());
 }

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QThread>
 
 void QAnimationsEditor::playChanged(bool on)
@@ -104,13 +105,12 @@ void QAnimationsEditor::showLook(const QAnimationPlayer::Look& look)
         view()->refresh();
     }
     if (!changed) return;
-    ++block;
+    const QScopedValueRollback<int> guard(block, block + 1);
     emit setFrameSelPos(look.frame);
     emit setFramePosText(QStringLiteral("%1 / %2 - %3 ticks")
                              .arg(look.frame + 1)
                              .arg(action->frameCount())
                              .arg(tickSum(action, look.frame)));
-    --block;
 }
 
 void QAnimationsEditor::stopChanged()

@@ -216,6 +216,15 @@ private Q_SLOTS:
         QVERIFY(!action(window, "air_play")->isChecked());
         QCOMPARE(editor->animations(), iface->currentProject()->animations());
         QVERIFY(animations->rateLabel()->isHidden());
+
+        // Closing the project shown leaves the editor on the one that is current then.
+        iface->switchEditor(2);
+        const int shown = iface->projectCount();
+        QVERIFY(iface->closeProject(shown - 1));
+        QCOMPARE(editor->animations(),
+                 iface->currentProject() ? iface->currentProject()->animations() : nullptr);
+        action(window, "air_next_frame")->trigger();
+        action(window, "air_frame_add")->trigger();
     }
 };
 

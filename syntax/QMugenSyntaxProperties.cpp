@@ -78,29 +78,61 @@ bool triggerTypeTakesPattern(int type)
 }
 
 // A name with brace groups stands for every name it spells: "p{1,2}.{bg0,mid}" for p1.bg0, p1.mid,
-// p2.bg0 and p2.mid, "round{1..9}" for round1 to round9. A group without a comma or a range is text.
+// p2.bg0 and p2.mid, "round{1..9}" for round1 to round9. A group without a comma or a range is text, and
+// so is a group that would make the name spell more names than any screen has keys.
 QStringList expandBraces(const QString& name)
 {
-    const qsizetype open = name.indexOf(QLatin1Char('{'));
-    const qsizetype close = open < 0 ? -1 : name.indexOf(QLatin1Char('}'), open);
-    if (close < 0) return {name};
-    const QString head = name.left(open);
-    const QString inner = name.mid(open + 1, close - open - 1);
-    QStringList choices;
+    constexpr qsizetype maxNames = 4096;
+    struct Group
+    {
+        QString head;
+        QStringList choices;
+    };
     static const QRegularExpression range(QStringLiteral("^(\\d+)\\.\\.(\\d+)$"));
-    const QRegularExpressionMatch match = range.match(inner);
-    if (match.hasMatch()) {
-        for (int i = match.captured(1).toInt(); i <= match.captured(2).toInt(); ++i)
-            choices << QString::number(i);
-    } else if (inner.contains(QLatin1Char(','))) {
-        choices = inner.split(QLatin1Char(','));
-    } else {
-        choices << QLatin1Char('{') + inner + QLatin1Char('}');
+    QList<Group> groups;
+    QString head;
+    qsizetype count = 1;
+    qsizetype from = 0;
+    while (true) {
+        const qsizetype open = name.indexOf(QLatin1Char('{'), from);
+        const qsizetype close = open < 0 ? -1 : name.indexOf(QLatin1Char('}'), open);
+        if (close < 0) break;
+        const QString inner = name.mid(open + 1, close - open - 1);
+        QStringList choices;
+        const QRegularExpressionMatch match = range.match(inner);
+        if (match.hasMatch()) {
+            const qint64 first = match.captured(1).toLongLong();
+            const qint64 last = match.captured(2).toLongLong();
+            // An empty range spells no name at all.
+            if (last < first) return {};
+            if (last - first < maxNames / count)
+                for (qint64 i = first; i <= last; ++i)
+                    choices << QString::number(i);
+        } else if (inner.contains(QLatin1Char(','))) {
+            choices = inner.split(QLatin1Char(','));
+        }
+        head += QStringView(name).mid(from, open - from);
+        from = close + 1;
+        if (choices.size() < 2 || choices.size() > maxNames / count) {
+            // One choice is text: only groups of several are multiplied out, so that a long name of
+            // single groups costs no more than its length.
+            head += choices.size() == 1 ? choices.first() : QLatin1Char('{') + inner + QLatin1Char('}');
+            continue;
+        }
+        count *= choices.size();
+        groups.append({head, choices});
+        head.clear();
     }
-    QStringList names;
-    for (const QString& tail : expandBraces(name.mid(close + 1)))
-        for (const QString& choice : std::as_const(choices))
-            names << head + choice + tail;
+    // The first group varies fastest.
+    QStringList names{head + name.mid(from)};
+    for (auto group = groups.crbegin(); group != groups.crend(); ++group) {
+        QStringList longer;
+        longer.reserve(names.size() * group->choices.size());
+        for (const QString& tail : std::as_const(names))
+            for (const QString& choice : group->choices)
+                longer << group->head + choice + tail;
+        names = longer;
+    }
     return names;
 }
 

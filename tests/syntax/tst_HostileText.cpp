@@ -4,6 +4,7 @@
 
 #include "CliRunner.h"
 #include "MugenSyntaxTestSupport.h"
+#include "QMugenController.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -178,6 +179,42 @@ private slots:
         QVERIFY(!checked.data(count / 2)->preSection);
         QVERIFY(!checked.data(count / 2 + 1)->preSection);
         QVERIFY(checked.data(count / 2 + 2)->preSection);
+    }
+
+    // Brace groups of a vocabulary that would spell billions of keys, or nest without end: the group that
+    // goes too far stays text, and a reasonable group beside it still spells its keys.
+    void braceGroups_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("keys");
+        QTest::addColumn<QString>("key");
+
+        QTest::newRow("reasonable") << "p{1,2}.{bg0,mid}" << 4 << "p2.mid";
+        QTest::newRow("two billion numbers") << "p{1,2}.r{0..2000000000}" << 2 << "p1.r{0..2000000000}";
+        QTest::newRow("numbers beyond 64 bits") << "r{1..99999999999999999999}" << 0 << "";
+        QTest::newRow("forty pairs") << "x" + repeated("{a,b}", 40) << 4096
+                                     << "x" + repeated("b", 12) + repeated("{a,b}", 28);
+        QTest::newRow("a hundred thousand groups")
+            << repeated("{a}", 100000) + "{1,2}" << 2 << repeated("{a}", 100000) + "1";
+    }
+
+    void braceGroups()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, keys);
+        QFETCH(QString, key);
+        const QString path = m_dir.filePath(QStringLiteral("vocabulary.xml"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("<syntax><screen name=\"Round\"><param name=\"" + name.toUtf8() +
+                   "\" type=\"int\"/></screen></syntax>");
+        file.close();
+        QMugenSyntaxProperties vocabulary;
+        QVERIFY(vocabulary.load(path));
+        QCOMPARE(vocabulary.screens().size(), 1);
+        const QMap<QString, QMugenParamInfo>& params = vocabulary.screens().first()->params;
+        QCOMPARE(params.size(), keys);
+        if (!key.isEmpty()) QVERIFY(params.contains(key));
     }
 
     // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that

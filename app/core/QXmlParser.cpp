@@ -53,11 +53,32 @@ bool QXmlParser::nextElement(int within)
     return false;
 }
 
+// Read here rather than by QXmlStreamReader::readElementText, which calls itself for every child
+// element: a file nested a few hundred thousand levels deep would overflow the stack.
 QString QXmlParser::text()
 {
     if (m_textRead || m_reader.tokenType() != QXmlStreamReader::StartElement) return m_text;
-    m_text = m_reader.readElementText(QXmlStreamReader::IncludeChildElements);
-    if (m_reader.tokenType() == QXmlStreamReader::EndElement) --m_depth;
     m_textRead = true;
+    m_text.clear();
+    int nested = 0;
+    while (!m_reader.atEnd()) {
+        switch (m_reader.readNext()) {
+        case QXmlStreamReader::Characters:
+        case QXmlStreamReader::EntityReference:
+            m_text += m_reader.text();
+            break;
+        case QXmlStreamReader::StartElement:
+            ++nested;
+            break;
+        case QXmlStreamReader::EndElement:
+            if (nested-- == 0) {
+                --m_depth;
+                return m_text;
+            }
+            break;
+        default:
+            break;
+        }
+    }
     return m_text;
 }

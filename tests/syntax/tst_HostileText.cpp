@@ -5,7 +5,9 @@
 #include "CliRunner.h"
 #include "MugenSyntaxTestSupport.h"
 #include "QMugenController.h"
+#include "QXmlParser.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
@@ -215,6 +217,25 @@ private slots:
         const QMap<QString, QMugenParamInfo>& params = vocabulary.screens().first()->params;
         QCOMPARE(params.size(), keys);
         if (!key.isEmpty()) QVERIFY(params.contains(key));
+    }
+
+    // The text of an element whose children nest far deeper than any data file: read whole, and the walk
+    // goes on behind it.
+    void deepXmlText()
+    {
+        const int depth = 300000;
+        QByteArray bytes = "<shortcuts><text>a" + QByteArray("<b>").repeated(depth) + "c" +
+                           QByteArray("</b>").repeated(depth) +
+                           "d</text><shortcut keys=\"Ctrl+N\"/></shortcuts>";
+        QBuffer buffer(&bytes);
+        QXmlParser xml(&buffer);
+        QVERIFY(xml.findRoot(QStringLiteral("shortcuts")));
+        QVERIFY(xml.nextElement());
+        QCOMPARE(xml.text(), QStringLiteral("acd"));
+        QVERIFY(xml.nextElement());
+        QCOMPARE(xml.attribute(QStringLiteral("keys")), QStringLiteral("Ctrl+N"));
+        QCOMPARE(xml.depth(), 2);
+        QVERIFY(!xml.hasError());
     }
 
     // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that

@@ -1,10 +1,12 @@
 #include "QAnimationEditors.h"
 
 #include "MainWindow.h"
+#include "QActionGif.h"
 #include "QActionInfo.h"
 #include "QActionManager.h"
 #include "QActionTexts.h"
 #include "QAnimSpriteWorkspace.h"
+#include "QAnimation.h"
 #include "QAnimations.h"
 #include "QAnimationsEditor.h"
 #include "QAnimationsPanel.h"
@@ -15,6 +17,7 @@
 #include "QTextEditors.h"
 #include "QTextFileCommands.h"
 #include "QTextWorkspace.h"
+#include "QUserDialogs.h"
 
 #include <QActionGroup>
 #include <QLabel>
@@ -69,6 +72,7 @@ QAnimationEditors::QAnimationEditors(QInterface* iface, MainWindow* window, QAni
         if (iface->currentEditor() == m_animations->number()) iface->switchEditor(m_animations->number());
     });
     connect(iface, &QInterface::currentProjectChanged, this, &QAnimationEditors::setProject);
+    connect(m_animations, &QAnimationsEditor::saveGifRequested, this, &QAnimationEditors::saveGif);
     // In text mode the search bar of the text page searches the animation text.
     QQuickFind* findBar = window->texts()->workspace()->findBar();
     connect(findBar, &QQuickFind::doFind, this,
@@ -214,6 +218,17 @@ void QAnimationEditors::addAnimationActions()
         const QSignalBlocker blocker(textMode);
         textMode->setChecked(m_animations->isTextMode());
     });
+}
+
+void QAnimationEditors::saveGif(int action, const QString& path)
+{
+    QAnimations* model = m_animations->animations();
+    QAnimation* animation = model ? model->at(uint(action)) : nullptr;
+    QSprites* sprites = m_animations->sprites();
+    if (!animation || !sprites) return;
+    QString error;
+    if (!QActionGif::write(*animation, *sprites, path, &error))
+        QUserDialogs::critical(tr("Save as GIF"), tr("The GIF %1 can't be saved: %2").arg(path, error));
 }
 
 bool QAnimationEditors::textModeCurrent() const

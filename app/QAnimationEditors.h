@@ -31,6 +31,8 @@ public:
 public Q_SLOTS:
     void setProject(QProject* project);
     void retranslate();
+    // Writes an action as an animated GIF, frame for frame with the project's sprites.
+    void saveGif(int action, const QString& path);
 
 private:
     QAction* add(const char* name, void (QAnimationsEditor::*slot)());

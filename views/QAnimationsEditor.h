@@ -42,6 +42,7 @@ public:
     // The models shown and the project's variables ("proj_path", "gif_path"); null for none.
     void bind(QAnimations* animations, QSprites* sprites, QMap<QString, QString>* variables);
     QAnimations* animations() const { return model; }
+    QSprites* sprites() const { return spriteModel; }
     QAnimationsPanel* controls() const { return panelWidget; }
     QAnimSpriteWorkspace* spriteWorkspace() const { return spritesPage.data(); }
     // Other open projects an import may take from, by their shown names.

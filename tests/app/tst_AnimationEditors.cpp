@@ -29,6 +29,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextCursor>
 #include <QTimer>
@@ -190,6 +191,13 @@ private Q_SLOTS:
             added = i;
         }
         QVERIFY(now.at(added).startsWith("-1,0, 0,0, 10"));
+
+        // The action as a GIF, under the name asked.
+        QTemporaryDir out;
+        const QString gif = out.filePath(QStringLiteral("stand.gif"));
+        dialogs.fileAnswers << QStringList{gif};
+        action(window, "air_save_gif")->trigger();
+        QVERIFY(readBytes(gif).startsWith("GIF89a"));
 
         // One undo and a save bring the file back exactly.
         iface->editUndo();

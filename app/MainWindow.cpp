@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "QAnimationEditors.h"
 #include "QConfigLocation.h"
 #include "QFileWatcherManager.h"
 #include "QIconsetManager.h"
@@ -38,6 +39,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     textEditors = new QTextEditors(iface, this);
     textEditors->retranslate();
     spriteEditors = new QSpriteEditors(iface, this);
+    animationEditors = new QAnimationEditors(iface, this, spriteEditors->workspace());
     new QSoundEditors(iface, this);
     new QProjectTextTools(iface, this, textEditors);
     iface->setup();
@@ -45,6 +47,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 
 MainWindow::~MainWindow()
 {
+    // The animations editor borrows the sprite workspace, which goes with the interface's first parts.
+    delete animationEditors;
+    animationEditors = nullptr;
     delete iface;
     iface = nullptr;
     textEditors = nullptr;
@@ -104,6 +109,7 @@ void MainWindow::retranslate()
     if (iface) iface->retranslate();
     if (textEditors) textEditors->retranslate();
     if (spriteEditors) spriteEditors->retranslate();
+    if (animationEditors) animationEditors->retranslate();
 }
 
 void MainWindow::restoreToolbars(const QWindowState& state)

@@ -6,6 +6,7 @@
 
 class QInterface;
 class QModelTables;
+class QAnimationEditors;
 class QSpriteEditors;
 class QTextEditors;
 class QListView;
@@ -59,5 +60,6 @@ private:
     QInterface* iface = nullptr;
     QTextEditors* textEditors = nullptr;
     QSpriteEditors* spriteEditors = nullptr;
+    QAnimationEditors* animationEditors = nullptr;
     std::unique_ptr<QModelTables> tables;
 };

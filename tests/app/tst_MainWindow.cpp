@@ -94,7 +94,7 @@ private Q_SLOTS:
         const int tools = int(titles.indexOf(QStringLiteral("Tools")));
         QCOMPARE(titles.mid(tools, 2), (QStringList{QStringLiteral("Tools"), QStringLiteral("Help")}));
         const QStringList editors = titles.mid(3, tools - 3);
-        for (const char* menu : {"Sprites", "Palettes", "Sounds"})
+        for (const char* menu : {"Sprites", "Palettes", "Animations", "Sounds"})
             QVERIFY2(editors.contains(QLatin1String(menu)), menu);
         auto* dock = window.findChild<QDockWidget*>(QStringLiteral("actions"));
         QVERIFY(dock);

@@ -32,6 +32,35 @@ QTextElement* headerAbove(const QTextElement* element)
     return nullptr;
 }
 
+// headerAbove for many elements of one list. The list stands still while a change list is bound, so the
+// header found for one element answers for every element below it up to the next header: a reload of a
+// long section costs one walk instead of one per line.
+class QHeaderFinder
+{
+public:
+    QTextElement* above(const QTextElement* element)
+    {
+        QTextElement* found = nullptr;
+        for (QTextElement* e = element->previous; e; e = e->previous) {
+            if (e->valid && isHeader(e)) {
+                found = e;
+                break;
+            }
+            if (e == known) {
+                found = knownHeader;
+                break;
+            }
+        }
+        known = element;
+        knownHeader = found;
+        return found;
+    }
+
+private:
+    const QTextElement* known = nullptr;
+    QTextElement* knownHeader = nullptr;
+};
+
 // What one change list did to each section.
 struct QBindingLog
 {
@@ -174,6 +203,7 @@ void QParamGroup::releaseParams()
 void QParamGroup::bindParams(const QList<QTextElementChange>& changes)
 {
     QBindingLog log;
+    QHeaderFinder headers;
     for (const QTextElementChange& change : changes) {
         QTextElement* element = change.element;
         if (QGroupParam* param = paramOf(element)) {
@@ -182,19 +212,19 @@ void QParamGroup::bindParams(const QList<QTextElementChange>& changes)
                 if (param->group) leave(param, log);
                 break;
             case ElementAdded:
-                if (param->valid) bindToSection(param, headerAbove(param), log);
+                if (param->valid) bindToSection(param, headers.above(param), log);
                 break;
             case ElementChanged:
                 // A retyped key of the same kind changes the id the parameter stands for.
                 if (param->group && param->boundId != param->id) leave(param, log);
-                if (param->valid && !param->group) bindToSection(param, headerAbove(param), log);
+                if (param->valid && !param->group) bindToSection(param, headers.above(param), log);
                 break;
             }
             continue;
         }
         if (!isHeader(element)) continue;
         if (change.type == ElementRemoved) {
-            QTextElement* above = headerAbove(element);
+            QTextElement* above = headers.above(element);
             forSection(element, [&](QGroupParam* param) {
                 if (param->group) leave(param, log);
                 bindToSection(param, above, log);

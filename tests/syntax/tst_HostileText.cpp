@@ -4,7 +4,9 @@
 
 #include "CliRunner.h"
 #include "MugenSyntaxTestSupport.h"
+#include "QDefinitions.h"
 #include "QMugenController.h"
+#include "QTextElementRegistry.h"
 #include "QXmlParser.h"
 
 #include <QBuffer>
@@ -51,6 +53,9 @@ class tst_HostileText : public QObject
     QTemporaryDir m_dir;
 
 private slots:
+    void initTestCase() { registerTextElements(); }
+    void cleanupTestCase() { unregisterTextElements(); }
+
     // Every construct of the expression grammar that nests, far too deep: one finding where the nesting
     // went beyond the bound, and the lines after it are checked as usual.
     void deepNesting_data()
@@ -236,6 +241,16 @@ private slots:
         QCOMPARE(xml.attribute(QStringLiteral("keys")), QStringLiteral("Ctrl+N"));
         QCOMPARE(xml.depth(), 2);
         QVERIFY(!xml.hasError());
+    }
+
+    // A definitions section of fifty thousand keys binds each key to its section in one pass over them.
+    void longSection()
+    {
+        QDefinitions definitions;
+        definitions.setPlainText(QStringLiteral("[Info]\nname = \"x\"\n[Files]\n") +
+                                 repeated("sprite = a.sff\n", 50000) + QStringLiteral("anim = a.air\n"));
+        QCOMPARE(definitions.files().sprite, QStringLiteral("a.sff"));
+        QCOMPARE(definitions.files().animation, QStringLiteral("a.air"));
     }
 
     // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that

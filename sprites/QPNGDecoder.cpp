@@ -84,6 +84,9 @@ void QPNGDecoder::layOut(const uchar* src, uchar* dst, int count, int channels, 
 QPNGDecoder::Result QPNGDecoder::decode(const QByteArray& data, const QImageInfo& info, QByteArray* raw)
 {
     if (info.rawSize() <= 0) return LeftToQt;
+    // Rows take at most twice their stored bytes in the raw form (a 1-pixel indexed row: 1 + 1 against
+    // 4), so no room is made for pixels that the data can't hold, whichever decoder would read it.
+    if (info.rawSize() > 4 * (MaxRatio * data.size() + Slack)) return Undecodable;
     QByteArray out(info.rawSize(), Qt::Uninitialized);
     auto* pixels = reinterpret_cast<uchar*>(out.data());
     const qsizetype rowBytes = info.rowBytes();

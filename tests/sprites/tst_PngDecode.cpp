@@ -593,9 +593,13 @@ void tst_PngDecode::impossibleSizeAllocatesNothing()
     QByteArray raw;
     QCOMPARE(QPNGDecoder::decode(file, info, &raw), QPNGDecoder::Undecodable);
     QVERIFY(raw.isEmpty());
+    QByteArray line(info.rowBytes(), '\0');
+    // Into rows that the caller made: nothing is written before the rows are known to fit the data.
+    QCOMPARE(QPNGDecoder::decode(file, info, reinterpret_cast<uchar*>(line.data()), 0),
+             QPNGDecoder::Undecodable);
+    QCOMPARE(line, QByteArray(info.rowBytes(), '\0'));
     QPNGRowDecoder rows;
     QVERIFY(rows.open(file, info));
-    QByteArray line(info.rowBytes(), '\0');
     QCOMPARE(rows.decode(reinterpret_cast<uchar*>(line.data()), line.size(), 1), 0);
     QVERIFY(rows.failed());
 }

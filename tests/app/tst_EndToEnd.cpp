@@ -7,9 +7,9 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMap>
-#include <QFile>
 #include <QProcess>
 #include <QScopeGuard>
 #include <QStandardPaths>
@@ -165,7 +165,8 @@ private Q_SLOTS:
     {
         // The bundled sample, copied: the second sprite goes, the project is saved, the editor quits.
         const QString sample = TestData::binDir() + QStringLiteral("/samples/Roan");
-        if (!QFile::exists(sample + QStringLiteral("/Roan.def"))) QSKIP("the sample is not built next to the tests");
+        if (!QFile::exists(sample + QStringLiteral("/Roan.def")))
+            QSKIP("the sample is not built next to the tests");
         const QString work = box.filePath(QStringLiteral("sample"));
         QVERIFY(QDir().mkpath(work));
         for (const QString& name : QDir(sample).entryList(QDir::Files))
@@ -194,8 +195,9 @@ private Q_SLOTS:
             editor.kill();
             editor.waitForFinished(10000);
         });
-        QVERIFY2(QTest::qWaitFor([&]() { return trace().contains(QStringLiteral("project opened Roan")); }, 60000),
-                 qPrintable(trace().join(QLatin1Char('\n'))));
+        QVERIFY2(
+            QTest::qWaitFor([&]() { return trace().contains(QStringLiteral("project opened Roan")); }, 60000),
+            qPrintable(trace().join(QLatin1Char('\n'))));
         QVERIFY(!focusWindow().isEmpty());
         const QDateTime written = QFileInfo(sprites).lastModified();
         for (const char* key : {"F6", "F4", "ctrl+shift+d", "ctrl+shift+w"})
@@ -219,7 +221,9 @@ private Q_SLOTS:
         // And the pixels: every extracted image of the kept sprites is the same file.
         const QString old = box.filePath(QStringLiteral("extract-before"));
         const QString now = box.filePath(QStringLiteral("extract-after"));
-        QVERIFY(!cli({QStringLiteral("sff"), QStringLiteral("extract"), sample + QStringLiteral("/Roan.sff"), old}).isNull());
+        QVERIFY(!cli({QStringLiteral("sff"), QStringLiteral("extract"), sample + QStringLiteral("/Roan.sff"),
+                      old})
+                     .isNull());
         QVERIFY(!cli({QStringLiteral("sff"), QStringLiteral("extract"), sprites, now}).isNull());
         // Extracted files are named by position, group and number; the position shifts after the gap.
         const auto images = [](const QString& folder) {

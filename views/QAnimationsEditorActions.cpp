@@ -319,8 +319,8 @@ void QAnimationsEditor::saveGIF()
         QUserDialogs::warning(tr("Save as GIF"), tr("You can't save an empty animation as GIF."));
         return;
     }
-    const QString path =
-        QUserDialogs::getSaveFileName(tr("Save as GIF"), startFolder("gif_path"), tr("GIF images (*.gif)"));
+    const QString path = QUserDialogs::getSaveFileName(tr("Save as GIF"), startFolder("gif_path"),
+                                                       tr("Graphics Interchange Format (*.gif)"));
     if (path.isEmpty()) return;
     rememberFolder("gif_path", path);
     emit saveGifRequested(model->currentIndex, path);

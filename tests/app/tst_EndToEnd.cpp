@@ -237,6 +237,67 @@ private Q_SLOTS:
                                 before.at(2).section(QLatin1Char('\t'), 2, 2) + QStringLiteral(".png")) == 1);
         QVERIFY(expected == images(now));
     }
+    void addsAFrameByItsKeys()
+    {
+        // The bundled sample, copied: the animations editor adds a frame after the first frame of the
+        // first action, the project is saved, the editor quits. The AIR file has exactly one line more.
+        const QString sample = TestData::binDir() + QStringLiteral("/samples/Roan");
+        if (!QFile::exists(sample + QStringLiteral("/Roan.def")))
+            QSKIP("the sample is not built next to the tests");
+        const QString work = box.filePath(QStringLiteral("sample-air"));
+        QVERIFY(QDir().mkpath(work));
+        for (const QString& name : QDir(sample).entryList(QDir::Files))
+            QVERIFY(QFile::copy(sample + QLatin1Char('/') + name, work + QLatin1Char('/') + name));
+        const QString animations = work + QStringLiteral("/Roan.air");
+        const QByteArray before = read(animations);
+        const QString config = box.filePath(QStringLiteral("config-animations"));
+        QVERIFY(write(config + QStringLiteral("/config.xml"),
+                      "<configuration><config name=\"confirm_close\" value=\"false\"/></configuration>\n"));
+        QVERIFY(write(config + QStringLiteral("/shortcuts.xml"),
+                      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<shortcuts>\n"
+                      "<shortcut action=\"editor_animations\" keys=\"F6\"/>\n"
+                      "<shortcut action=\"air_frame_add\" keys=\"Ctrl+Shift+F\"/>\n"
+                      "<shortcut action=\"file_save\" keys=\"Ctrl+Shift+W\"/>\n"
+                      "<shortcut action=\"file_exit\" keys=\"Ctrl+Shift+Q\"/>\n</shortcuts>\n"));
+
+        QProcess editor;
+        start(editor, config, work + QStringLiteral("/Roan.def"));
+        QVERIFY(editor.waitForStarted());
+        auto stop = qScopeGuard([&editor]() {
+            if (editor.state() == QProcess::NotRunning) return;
+            editor.kill();
+            editor.waitForFinished(10000);
+        });
+        QVERIFY2(
+            QTest::qWaitFor([&]() { return trace().contains(QStringLiteral("project opened Roan")); }, 60000),
+            qPrintable(trace().join(QLatin1Char('\n'))));
+        QVERIFY(!focusWindow().isEmpty());
+        const QDateTime written = QFileInfo(animations).lastModified();
+        for (const char* key : {"F6", "ctrl+shift+f", "ctrl+shift+w"})
+            QVERIFY(!xdotool({QStringLiteral("key"), QLatin1String(key)}).isNull());
+        QVERIFY2(QTest::qWaitFor([&]() { return QFileInfo(animations).lastModified() != written; }, 20000),
+                 "the save key wrote no animation file");
+        QVERIFY(!xdotool({QStringLiteral("key"), QStringLiteral("ctrl+shift+q")}).isNull());
+        QVERIFY(editor.waitForFinished(30000));
+        QCOMPARE(editor.exitCode(), 0);
+
+        // One frame line more, after the first frame of the first action; every other line keeps its
+        // bytes, line ends included.
+        const QList<QByteArray> old = before.split('\n');
+        const QList<QByteArray> now = read(animations).split('\n');
+        QCOMPARE(now.size(), old.size() + 1);
+        int added = -1;
+        for (int i = 0, j = 0; i < now.size(); ++i) {
+            if (j < old.size() && now.at(i) == old.at(j)) {
+                ++j;
+                continue;
+            }
+            QCOMPARE(added, -1);
+            added = i;
+        }
+        QVERIFY(added > 0);
+        QVERIFY2(now.at(added).startsWith("-1,0, 0,0, 10"), now.at(added).constData());
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_EndToEnd)

@@ -124,27 +124,30 @@ QString QCommands::discardQuestion() const
 void QCommands::emitUpdate(QList<QTextElementChange>& changes)
 {
     QSyntaxTextEditor::emitUpdate(changes);
+    // Which commands the list holds, so that the walk below a new command looks up each command it passes
+    // at no cost: a file loading thousands of commands would otherwise search the list at every step.
+    QSet<const QTextElement*> listed(commands.cbegin(), commands.cend());
     for (const QTextElementChange& change : std::as_const(changes)) {
         if (change.element->type() != etCommand) continue;
         auto* command = static_cast<QCommand*>(change.element);
         if (change.type == ElementRemoved) {
+            if (!listed.remove(command)) continue;
             const int row = int(commands.indexOf(command));
-            if (row < 0) continue;
             organizer->beginRemoveRows(QModelIndex(), row, row);
             commands.removeAt(row);
             organizer->endRemoveRows();
         } else if (change.type == ElementAdded && command->valid) {
             int row = count();
-            for (QTextElement* below = command->next; below; below = below->next) {
-                if (!below->valid || below->type() != etCommand) continue;
-                const int at = int(commands.indexOf(static_cast<QCommand*>(below)));
-                if (at >= 0) {
-                    row = at;
-                    break;
-                }
+            // The list is in line order: when its last command stands above, none stands below.
+            const bool last = row == 0 || commands.last()->block.blockNumber() < command->block.blockNumber();
+            for (QTextElement* below = last ? nullptr : command->next; below; below = below->next) {
+                if (!below->valid || !listed.contains(below)) continue;
+                row = int(commands.indexOf(static_cast<QCommand*>(below)));
+                break;
             }
             organizer->beginInsertRows(QModelIndex(), row, row);
             commands.insert(row, command);
+            listed.insert(command);
             organizer->endInsertRows();
         }
     }

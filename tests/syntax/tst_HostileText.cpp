@@ -4,6 +4,8 @@
 
 #include "CliRunner.h"
 #include "MugenSyntaxTestSupport.h"
+#include "QCommand.h"
+#include "QCommands.h"
 #include "QDefinitions.h"
 #include "QMugenController.h"
 #include "QTextElementRegistry.h"
@@ -251,6 +253,24 @@ private slots:
                                  repeated("sprite = a.sff\n", 50000) + QStringLiteral("anim = a.air\n"));
         QCOMPARE(definitions.files().sprite, QStringLiteral("a.sff"));
         QCOMPARE(definitions.files().animation, QStringLiteral("a.air"));
+    }
+
+    // Ten thousand commands load in line order, and one typed in among them takes its place.
+    void manyCommands()
+    {
+        QString text;
+        for (int i = 0; i < 10000; ++i)
+            text += QStringLiteral("[Command]\nname = \"c%1\"\ncommand = x\n").arg(i);
+        QCommands commands;
+        commands.setPlainText(text);
+        QCOMPARE(commands.count(), 10000);
+        QCOMPARE(commands.at(0)->name(), QStringLiteral("c0"));
+        QCOMPARE(commands.at(9999)->name(), QStringLiteral("c9999"));
+        QTextCursor cursor(commands.document->findBlockByNumber(3 * 5000));
+        cursor.insertText(QStringLiteral("[Command]\nname = \"typed\"\n"));
+        QCOMPARE(commands.count(), 10001);
+        QCOMPARE(commands.at(5000)->name(), QStringLiteral("typed"));
+        QCOMPARE(commands.at(5001)->name(), QStringLiteral("c5000"));
     }
 
     // The command line reads the bytes itself: a file that once overflowed its stack, NULs and bytes that

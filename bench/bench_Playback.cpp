@@ -80,7 +80,10 @@ void BM_PlaybackHoldsTheTicks(benchmark::State& state)
     QMap<QString, QString> variables;
     editor.bind(&document.model, &sprites, &variables);
     editor.activate();
+    // The page fills the window as it does in the main window, and the window is on the screen.
+    workspace.page()->resize(host.size());
     host.show();
+    QApplication::processEvents();
     const int walk = document.model.findByNumber(0, 20);
     editor.definePos(walk < 0 ? 0 : walk, 0);
     double worst = 0;
@@ -136,6 +139,8 @@ void BM_DragABox(benchmark::State& state)
     view.setZoomIndex(4); // 3X
     view.setAction(0);
     host.show();
+    // Until the window is on the screen a repaint draws nothing.
+    QApplication::processEvents();
     const QPoint grip = view.boxRect(0).center();
     QMouseEvent press(QEvent::MouseButtonPress, grip, widget->mapToGlobal(grip), Qt::LeftButton,
                       Qt::LeftButton, Qt::NoModifier);

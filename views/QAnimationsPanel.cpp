@@ -1,6 +1,7 @@
 #include "QAnimationsPanel.h"
 
 #include "QAnimationsEditor.h"
+#include "QPositionRow.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -21,14 +22,10 @@ QAnimationsPanel::QAnimationsPanel(QAnimationsEditor* editor, QWidget* parent) :
     setObjectName(QStringLiteral("air_panel"));
     auto* layout = new QVBoxLayout(this);
 
-    selection = new QSlider(Qt::Horizontal, this);
-    selection->setObjectName(QStringLiteral("air_sel"));
-    position = new QLabel(QStringLiteral("0 / 0"), this);
-    position->setObjectName(QStringLiteral("air_pos_text"));
-    auto* row = new QHBoxLayout;
-    row->addWidget(selection, 1);
-    row->addWidget(position);
-    layout->addLayout(row);
+    const QPositionRow top = QPositionRow::make(this, "air");
+    selection = top.slider;
+    position = top.label;
+    layout->addLayout(top.layout);
 
     auto* head = new QFormLayout;
     number = spin("air_number", -1, 2147483647);

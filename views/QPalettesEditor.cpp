@@ -1,6 +1,7 @@
 #include "QPalettesEditor.h"
 
 #include "QAnimSpriteWorkspace.h"
+#include "QBlockCounter.h"
 #include "QDialogRunner.h"
 #include "QPaletteWidget.h"
 #include "QPalettesPanel.h"
@@ -17,14 +18,7 @@
 #include <cstring>
 
 namespace {
-// Raises the block counter for its lifetime: what the editor writes into the model or its own fields
-// must not come back as an edit.
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
+using Block = QBlockCounter;
 } // namespace
 
 QPalettesEditor::QPalettesEditor(QSpritesEditor* spritesEditor, QAnimSpriteWorkspace* workspace,

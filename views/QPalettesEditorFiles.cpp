@@ -2,6 +2,7 @@
 // through files: adding, deleting, opening, saving, and the substitution table.
 
 #include "AddPal.h"
+#include "QBlockCounter.h"
 #include "QDialogRunner.h"
 #include "QPalettesEditor.h"
 #include "QProgress.h"
@@ -21,12 +22,7 @@
 #include <vector>
 
 namespace {
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
+using Block = QBlockCounter;
 
 // A table that starts all zero: a file that fills only part of it leaves the rest transparent black.
 struct Table

@@ -1,5 +1,6 @@
 #include "QSoundsEditor.h"
 
+#include "QBlockCounter.h"
 #include "QSound.h"
 #include "QSoundWorkspace.h"
 #include "QSounds.h"
@@ -11,14 +12,7 @@
 #include <QRegularExpression>
 
 namespace {
-// Raises the block counter for its lifetime: what the editor writes into its own fields and commands
-// must not come back as an edit.
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
+using Block = QBlockCounter;
 } // namespace
 
 QSoundsEditor::QSoundsEditor(QSoundWorkspace* workspace, QObject* parent)

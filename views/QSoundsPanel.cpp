@@ -1,5 +1,6 @@
 #include "QSoundsPanel.h"
 
+#include "QPositionRow.h"
 #include "QSoundsEditor.h"
 
 #include <QAction>
@@ -17,14 +18,10 @@ QSoundsPanel::QSoundsPanel(QSoundsEditor* editor, QWidget* parent) : QWidget(par
     setObjectName(QStringLiteral("snd_panel"));
     auto* layout = new QVBoxLayout(this);
 
-    selection = new QSlider(Qt::Horizontal, this);
-    selection->setObjectName(QStringLiteral("snd_sel"));
-    position = new QLabel(QStringLiteral("0 / 0"), this);
-    position->setObjectName(QStringLiteral("snd_pos_text"));
-    auto* row = new QHBoxLayout;
-    row->addWidget(selection, 1);
-    row->addWidget(position);
-    layout->addLayout(row);
+    const QPositionRow top = QPositionRow::make(this, "snd");
+    selection = top.slider;
+    position = top.label;
+    layout->addLayout(top.layout);
 
     auto* form = new QFormLayout;
     group = spin("snd_grp");

@@ -2,6 +2,7 @@
 
 #include "AlignDlg.h"
 #include "QAnimSpriteWorkspace.h"
+#include "QBlockCounter.h"
 #include "QSprRender.h"
 #include "QSprite.h"
 #include "QSpriteClipItem.h"
@@ -19,14 +20,7 @@
 #include <QRegularExpression>
 
 namespace {
-// Raises the block counter for its lifetime: what the editor writes into its own fields must not come
-// back as an edit.
-struct Block
-{
-    explicit Block(int& counter) : counter(counter) { ++counter; }
-    ~Block() { --counter; }
-    int& counter;
-};
+using Block = QBlockCounter;
 } // namespace
 
 QSpritesEditor::QSpritesEditor(QAnimSpriteWorkspace* workspace, QObject* parent)

@@ -1,5 +1,6 @@
 #include "QSpritesPanel.h"
 
+#include "QPositionRow.h"
 #include "QSpritesEditor.h"
 
 #include <QAction>
@@ -18,14 +19,10 @@ QSpritesPanel::QSpritesPanel(QSpritesEditor* editor, QWidget* parent) : QWidget(
     setObjectName(QStringLiteral("spr_panel"));
     auto* layout = new QVBoxLayout(this);
 
-    selection = new QSlider(Qt::Horizontal, this);
-    selection->setObjectName(QStringLiteral("spr_sel"));
-    position = new QLabel(QStringLiteral("0 / 0"), this);
-    position->setObjectName(QStringLiteral("spr_pos_text"));
-    auto* row = new QHBoxLayout;
-    row->addWidget(selection, 1);
-    row->addWidget(position);
-    layout->addLayout(row);
+    const QPositionRow top = QPositionRow::make(this, "spr");
+    selection = top.slider;
+    position = top.label;
+    layout->addLayout(top.layout);
 
     auto* form = new QFormLayout;
     group = spin("spr_grp", 0, 65535);

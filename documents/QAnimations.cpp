@@ -14,6 +14,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTextCursor>
 
@@ -616,12 +617,20 @@ void QAnimations::rewrite(Settle& settle)
     QList<QPair<QTextElement*, QString>> writes;
     for (QCollisionBoxes* set : std::as_const(settle.rewrites)) {
         if (!set->valid || set->editor != textEditor) continue;
-        const QString declaration = set->text();
-        if (set->lineText() != declaration) writes.append({set, declaration});
+        // Only a wrong count or index is written over: a line that already says the right number keeps
+        // its bytes, whatever its spacing, so that an undo that brings a line back gives back exactly
+        // the line that was there.
+        static const QRegularExpression count(QStringLiteral("^\\s*clsn\\w*\\s*:\\s*(\\d+)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression index(QStringLiteral("^\\s*clsn[12]\\s*\\[\\s*(\\d+)\\s*\\]"),
+                                              QRegularExpression::CaseInsensitiveOption);
+        const QRegularExpressionMatch declared = count.match(set->lineText());
+        if (!declared.hasMatch() || declared.captured(1).toInt() != set->boxes.size())
+            writes.append({set, set->text()});
         for (int i = settle.rewriteFrom.value(set); i < set->boxes.size(); ++i) {
             QCollisionBox* box = set->boxes.at(i);
-            const QString line = box->text();
-            if (box->lineText() != line) writes.append({box, line});
+            const QRegularExpressionMatch numbered = index.match(box->lineText());
+            if (!numbered.hasMatch() || numbered.captured(1).toInt() != i) writes.append({box, box->text()});
         }
     }
     if (writes.isEmpty()) return;

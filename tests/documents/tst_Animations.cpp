@@ -48,6 +48,7 @@ private Q_SLOTS:
     void insertBox_data();
     void insertBox();
     void boxesThroughTheModel();
+    void undoneBoxLinesKeepTheirBytes();
     void marksAndFrames();
     void clsnTextRoundTrip();
     void actionOperations_data();
@@ -540,3 +541,21 @@ void tst_Animations::projectFileAnswers()
 
 QTEST_MAIN(tst_Animations)
 #include "tst_Animations.moc"
+
+void tst_Animations::undoneBoxLinesKeepTheirBytes()
+{
+    // Lines in their authors' own spacing: deleting a box renumbers the one after it and the count, and
+    // one undo gives every line back byte for byte, not in the model's spacing.
+    const QString text = action0 + QStringLiteral("Clsn2:2\n Clsn2[0]= -10,-50,10,0\n  Clsn2[1] =1, 2 ,3,4\n"
+                                                  "0,0, 0,0, 1\n");
+    QAirDocument document(text);
+    QAnimationFrame* frame = document.model.at(0)->frameAt(0);
+    QCOMPARE(frame->hitBoxes(QCollisionBoxType::Collision)->boxes.size(), 2);
+    frame->hitBoxes(QCollisionBoxType::Collision)->boxes.at(0)->remove();
+    QCOMPARE(document.text(), action0 + QStringLiteral("Clsn2: 1\n  Clsn2[0] = 1, 2, 3, 4\n0,0, 0,0, 1\n"));
+    document.editor.document->undo();
+    QCOMPARE(document.text(), text);
+    QCOMPARE(frame->hitBoxes(QCollisionBoxType::Collision)->boxes.size(), 2);
+    QVERIFY(!document.editor.document->isUndoAvailable());
+    QVERIFY(document.editor.document->isRedoAvailable());
+}

@@ -81,31 +81,14 @@ void QAnimationsEditor::showLook(const QAnimationPlayer::Look& look)
                       look.scaleY != frame->scaleY || look.angle != frame->angle ||
                       look.source != frame->blendTarget.source ||
                       look.destination != frame->blendTarget.destination;
-    if (viewShown() && bent) {
-        // The view takes a frame's look from the frame when it is set. The bent look is lent to the
-        // frame for that one call, without writing its line, and its own values are back before
-        // anything else runs.
-        const QPoint offset(frame->offsetX, frame->offsetY);
-        const double scaleX = frame->scaleX, scaleY = frame->scaleY, angle = frame->angle;
-        const QBlendTarget target = frame->blendTarget;
-        frame->offsetX = look.offset.x();
-        frame->offsetY = look.offset.y();
-        frame->scaleX = look.scaleX;
-        frame->scaleY = look.scaleY;
-        frame->angle = look.angle;
-        frame->blendTarget.source = ushort(look.source);
-        frame->blendTarget.destination = ushort(look.destination);
-        view()->setFrame(look.frame);
-        frame->offsetX = offset.x();
-        frame->offsetY = offset.y();
-        frame->scaleX = scaleX;
-        frame->scaleY = scaleY;
-        frame->angle = angle;
-        frame->blendTarget = target;
-    } else if (viewShown() && view()->frame() != frame) {
-        view()->setFrame(look.frame);
-    } else if (viewShown()) {
-        view()->refresh();
+    if (viewShown()) {
+        if (view()->frame() != frame) view()->setFrame(look.frame);
+        // Between two frames the marks bend the look; the view shows it without the text hearing of it.
+        if (bent)
+            view()->setFrameLook(look.offset, look.scaleX, look.scaleY, qRound(look.angle), look.source,
+                                 look.destination);
+        else
+            view()->refresh();
     }
     if (!changed) return;
     const QScopedValueRollback<int> guard(block, block + 1);

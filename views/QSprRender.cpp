@@ -200,6 +200,7 @@ void QSprRender::setAction(int index)
 
 void QSprRender::setFrame(int index)
 {
+    lookSet = false;
     currentFrame = currentAction && index >= 0 ? currentAction->frameAt(uint(index)) : nullptr;
     if (!currentFrame) {
         loadSpriteImage(nullptr, 0);
@@ -220,6 +221,20 @@ void QSprRender::setFrame(int index)
     }
     loadSpriteImage(sprite, currentFrame->flip);
     refreshBoxes();
+}
+
+void QSprRender::setFrameLook(QPoint offset, double scaleX, double scaleY, int angle, int source,
+                              int destination)
+{
+    if (!currentFrame) return;
+    lookSet = true;
+    lookOffset = offset;
+    frameScaleX = scaleX;
+    frameScaleY = scaleY;
+    frameAngle = angle;
+    sourceAlpha = qint16(qBound(0, source, 256));
+    destinationAlpha = qint16(qBound(0, destination, 256));
+    refresh();
 }
 
 void QSprRender::setPalette(int index)
@@ -283,7 +298,7 @@ void QSprRender::computeRects()
         const QSize size = spriteImage.size();
         if (currentFrame) {
             QSprGeometry::Frame frame;
-            frame.offset = QPoint(currentFrame->offsetX, currentFrame->offsetY);
+            frame.offset = lookSet ? lookOffset : QPoint(currentFrame->offsetX, currentFrame->offsetY);
             frame.flipH = loadedFlip & int(QAnimationFrameFlip::Horizontally);
             frame.flipV = loadedFlip & int(QAnimationFrameFlip::Vertically);
             axisInUse = QSprGeometry::axisInFrame(QPoint(currentSprite->offsetX(), currentSprite->offsetY()),
@@ -302,10 +317,11 @@ void QSprRender::computeRects()
                                              QPoint(onionSprite->offsetX(), onionSprite->offsetY()), z, axis)
                       : QRect();
     spriteCrossScreen = QSprGeometry::axisCross(spriteCross.size(), z, axis);
-    animationCrossScreen = currentFrame
-                               ? QSprGeometry::crossAt(QPoint(currentFrame->offsetX, currentFrame->offsetY),
-                                                       animationCross.size(), z, axis)
-                               : QRect();
+    animationCrossScreen =
+        currentFrame ? QSprGeometry::crossAt(lookSet ? lookOffset
+                                                     : QPoint(currentFrame->offsetX, currentFrame->offsetY),
+                                             animationCross.size(), z, axis)
+                     : QRect();
     extraCrossScreen = QSprGeometry::crossAt(extraAxis, extraCrossImage.size(), z, axis);
     if (mode == AnimationMode) {
         for (int i = 0; i < boxes; ++i)

@@ -83,6 +83,9 @@ public:
     void setAction(int index);  // animation mode
     void setFrame(int index);   // of the current action
     void setPalette(int index); // out of range: the sprite's own
+    // Shows the current frame with another offset, scale, angle and blend factors until the next
+    // setFrame(): the looks that playback interpolates between frames, which never reach the text.
+    void setFrameLook(QPoint offset, double scaleX, double scaleY, int angle, int source, int destination);
     void setOnionSprite(int index);
     void reloadSprite();
     // Recomputes every cached rectangle and repaints.
@@ -288,6 +291,9 @@ private:
     int onionIndex = -1;
     // The frame's mirroring as the sprite image was loaded with it.
     int loadedFlip = 0;
+    // The offset of a look set by setFrameLook(), in place of the frame's own while lookSet is on.
+    bool lookSet = false;
+    QPoint lookOffset;
     QDecodedImageCache imageCache;
     // Decodes the neighbours of the sprite shown while the event loop idles, so that stepping through
     // the sprites (a held key) finds the next picture ready.

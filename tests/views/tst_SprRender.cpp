@@ -129,6 +129,7 @@ private Q_SLOTS:
     void dragMovesAGuideLine();
     void frameDragsAndBoxes();
     void drawnBoxesAndTheirEdgeCases();
+    void lentLookLastsUntilTheNextFrame();
     void boxClipboardAndFlip();
     void zoomLimits();
     void decodedImagesAreCachedAndFollowEdits();
@@ -519,6 +520,32 @@ void tst_SprRender::decodedImagesAreCachedAndFollowEdits()
     view.render.reloadSprite();
     QCOMPARE(compareSprite(view.grab(), view.render.spriteRect().topLeft(), sprite->image(), false),
              QString());
+}
+
+void tst_SprRender::lentLookLastsUntilTheNextFrame()
+{
+    QSprites sprites;
+    if (!sprites.fromFile(TestData::binDir() + QStringLiteral("/samples/Roan/Roan.sff")))
+        QSKIP("the sample is not built next to the tests");
+    const QSprite* first = sprites.at(0);
+    const QString line = QStringLiteral("%1,%2, 0,0, 5\n").arg(first->itemGroup()).arg(first->itemIndex());
+    QAirDocument air(QStringLiteral("[Begin Action 0]\n") + line + line);
+    const QString text = air.text();
+    ViewHost view(QSize(640, 480));
+    view.render.setRenderMode(QSprRender::AnimationMode);
+    view.render.setSprites(&sprites);
+    view.render.setAnimations(&air.model);
+    view.render.setMainAxis(QPoint(300, 300));
+    view.render.setZoomIndex(4); // 3X
+    view.render.setAction(0);
+    const QRect own = view.render.spriteRect();
+    // Playback lends the frame an offset between two frames: the picture moves, the text does not.
+    view.render.setFrameLook(QPoint(4, -2), 1, 1, 0, 256, 256);
+    QCOMPARE(view.render.spriteRect(), own.translated(12, -6));
+    QCOMPARE(air.text(), text);
+    // The next frame shows its own look again.
+    view.render.setFrame(1);
+    QCOMPARE(view.render.spriteRect(), own);
 }
 
 QTEST_MAIN(tst_SprRender)

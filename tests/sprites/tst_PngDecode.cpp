@@ -39,7 +39,7 @@ uchar paeth(int a, int b, int c)
     return uchar(pa <= pb && pa <= pc ? a : pb <= pc ? b : c);
 }
 
-// The predictor of filter type for byte x, as the PNG specification words it.
+// The predictor of filter type for byte x, written plainly from the PNG format's definition.
 int predictor(int type, const uchar* row, const uchar* prior, int x, int bpp)
 {
     const int a = x >= bpp ? row[x - bpp] : 0;
@@ -326,7 +326,7 @@ void tst_PngDecode::unfilter_data()
                             << type << bpp << first << baseline;
 }
 
-// Every filter type at every pixel size against the specification's words, on rows that wrap around
+// Every filter type at every pixel size against the plain definition above, on rows that wrap around
 // 255 often.
 void tst_PngDecode::unfilter()
 {
